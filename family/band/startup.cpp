@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Start-up and shut-down of the magnetic stripe family.
+#include "family/band/band.h"
+#include "frame/state.h"
+#include "frame/zelTagAPI.h"
+
+void zelband_Init() {
+    for (tsDevDat& record : DevDat) {
+        record.Band.iActTrack = 2;
+        record.Band.iActField = 0;
+        record.Band.iActOffset = 0;
+        record.Band.iActLength = 32;
+        record.Band.iActTerm = 255;
+    }
+}
+
+void zelband_Exit() { USBDisconnect(); }

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Start-up and shut-down of the presence sensor family.
+#include "family/echo/echo.h"
+#include "frame/state.h"
+
+void zelecho_Init() {
+    iActDev = 0;
+    iDevsFnd = 0;
+    for (tsDevDat& record : DevDat)
+        record.Echo = {};
+    iCnctDevType = 65535;
+}
+
+void zelecho_Exit() {}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Joins payloads with the report ID and the USB transport.
+#include "family/tag/feature_report.h"
+
+#include "frame/zelTagState.h"
+#include "transport/usb_driver.h"
+
+#include <algorithm>
+
+namespace zel::tag {
+
+namespace {
+// Report ID 0, then the payload.
+using Report = std::array<unsigned char, 1 + kPayloadSize>;
+} // namespace
+
+bool send(const Payload& payload) {
+    Report report = {};
+    std::copy(payload.begin(), payload.end(), report.begin() + 1);
+    return UsbDriver_SendFR(kPayloadSize, iActDev, report.data()) != 0;
+}
+
+bool fetch(Payload& payload) {
+    Report report = {};
+    const bool received = UsbDriver_RecvFR(kPayloadSize, iActDev, report.data()) != 0;
+    std::copy(report.begin() + 1, report.end(), payload.begin());
+    return received;
+}
+
+bool query(const Payload& request, Payload& reply) { return send(request) && fetch(reply); }
+
+} // namespace zel::tag

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// The proximity reader family: its exported operations. zeltag_USBDeviceConnect() stands in the
+// public header. All but zeltag_Init(), zeltag_Exit() and zeltag_FoundDevice() work on the active
+// record.
+#pragma once
+
+#include "frame/zelTagExport.h"
+
+ZELTAGAPI_BEGIN
+
+// Start-up defaults of the family: InitLocalParms().
+ZELTAGAPI_EXPORT void zeltag_Init(void);
+
+// Closes all devices: USBDisconnect().
+ZELTAGAPI_EXPORT void zeltag_Exit(void);
+
+// InitUSBParms(), InitSerialParms(), the defaults of every record and of the transport search.
+ZELTAGAPI_EXPORT void InitLocalParms(void);
+
+// An empty table, no socket in use.
+ZELTAGAPI_EXPORT void InitUSBParms(void);
+
+// An empty table, the port ranges, no ASCII protocol, no status word.
+ZELTAGAPI_EXPORT void InitSerialParms(void);
+
+// Fills the record cbIndex for a USB reader and counts it. A device beyond the table is closed.
+ZELTAGAPI_EXPORT void zeltag_FoundDevice(char* name, void* handle, int row);
+
+// Whether the reader answers the query of its LUID: 1 or 0.
+ZELTAGAPI_EXPORT int zeltag_IsDevicePresent(void);
+
+// The family's part of GetActiveID() and GetActiveID32(): the bit count, or 0 with lLastErr set.
+ZELTAGAPI_EXPORT int zeltag_GetActiveID(unsigned char* buffer, short size);
+ZELTAGAPI_EXPORT int zeltag_GetActiveID32(unsigned char* buffer, short size);
+
+// The family's part of getActiveID() and its like: into activeIDBuf.
+ZELTAGAPI_EXPORT int zeltag_getActiveID(short size);
+ZELTAGAPI_EXPORT int zeltag_getActiveID32(short size);
+
+// Clears the active record's list of card types.
+ZELTAGAPI_EXPORT void zeltag_ZeroCardTypeListFromDevice(void);
+
+ZELTAGAPI_END

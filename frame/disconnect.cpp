@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Closes every device and empties the table.
+#include "family/tag/tag.h"
+#include "frame/lock.h"
+#include "frame/state.h"
+#include "frame/zelTagAPI.h"
+#include "transport/usb_handles.h"
+
+using namespace zel;
+
+namespace {
+
+// What a record keeps: name, configuration, error word and all else not named here.
+void release(tsDevDat& record) {
+    record.bSepFldOK = 1;
+    record.bPartNumOK = 1;
+    record.bTagOpen = 0;
+    record.iTagPlusState = 0;
+    record.bTagAdv = 0;
+    closeHandle(record);
+    record.iProduct = kNoProduct;
+}
+
+} // namespace
+
+int USBDisconnect() {
+    const LibraryLock lock;
+    for (tsDevDat& record : DevDat)
+        release(record);
+    iActDev = 0;
+    iDevsFnd = 0;
+    listIndex = 0;
+    zeltag_ZeroCardTypeListFromDevice();
+    return 1;
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Which device is active, and what it is.
+#include "frame/state.h"
+#include "frame/zelTagAPI.h"
+
+#include <cstring>
+
+using namespace zel;
+
+namespace {
+constexpr int kUsbPortNumber = 999; // GetDevName() of a device without a port
+}
+
+int GetDevCnt() { return iDevsFnd; }
+
+int GetActDev() { return iActDev; }
+
+// A vain call on an empty table also puts the active index back to 0.
+int SetActDev(short device) {
+    const bool valid = device >= 0 && device < iDevsFnd;
+    if (valid)
+        iActDev = device;
+    if (iDevsFnd == 0)
+        iActDev = 0;
+    return valid ? 1 : 0;
+}
+
+unsigned int GetProduct() { return iDevsFnd < 1 ? 0 : activeRecord().iProduct; }
+
+int GetDevName(char* name) {
+    if (!hasActiveDevice() || !name)
+        return unsupportedValue();
+    std::strcpy(name, activeRecord().szDevName);
+    return kUsbPortNumber;
+}
+
+int GetDevType() { return static_cast<std::int16_t>(activeRecord().iDevType); }
+
+int GetDID() { return static_cast<std::int16_t>(activeRecord().iDID); }
+
+int GetLUID() { return static_cast<std::int16_t>(activeRecord().iLUID); }
+
+int SetLUID(unsigned short luid) {
+    tsDevDat& record = activeRecord();
+    record.iLUID = luid;
+    record.bLUIDDirty = 1;
+    return 1;
+}
+
+std::int64_t GetSN() { return activeRecord().lSN; }

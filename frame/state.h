@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// The floor of the library: the device table and the rules for touching it.
+#pragma once
+
+#include "frame/zelTagState.h"
+
+#include <cstdint>
+
+namespace zel {
+
+constexpr int kMaxDevices = ZELTAGAPI_MAX_DEVICES;
+
+// Product codes, as iProduct of a record holds them.
+enum Product : std::uint32_t { kNoProduct = 0, kTag = 1, kBand = 2, kEcho = 4 };
+
+// The value of hDev in a record that holds no USB handle.
+inline void* noHandle() { return reinterpret_cast<void*>(UINTPTR_MAX); }
+
+// Whether a record holds a handle. 0 is held too: arrivals keep it for a device that isn't open.
+inline bool holdsHandle(const tsDevDat& record) { return record.hDev != noHandle(); }
+
+// Handles that may go to a backend: 0 and all ones stand for no device.
+inline bool isOpenHandle(void* handle) { return handle != nullptr && handle != noHandle(); }
+
+// Whether the active index lies inside the table in use. Tested afresh on each call.
+bool hasActiveDevice();
+
+// The record of iActDev; record 0 when an application moved the index out of the table.
+tsDevDat& activeRecord();
+
+// The configuration that a record's iActConfig selects; configuration 0 for an index outside.
+const tsTagCfg& activeConfig(const tsDevDat& record);
+
+// The value of a call that nothing can serve.
+std::int16_t unsupportedValue();
+void setUnsupportedValue(std::int16_t value);
+
+// Products that connect tries, as bits.
+std::uint32_t connectProducts();
+void setConnectProducts(std::uint32_t mask);
+
+// Bit count of the last identifier read, kept with activeIDBuf.
+std::int32_t lastIdBits();
+void setLastIdBits(std::int32_t bits);
+
+// Every record as the library holds it after loading, but for the families' own defaults.
+void clearTable();
+
+// The two text objects among the exported data; built once, when the library is loaded.
+void buildExportedTexts();
+
+} // namespace zel

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+// The simulated bus behind the library's USB seam.
+#include "sim/usb_bus.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+namespace zel::sim {
+
+namespace {
+
+constexpr long kShortAnswer = 3; // bytes
+constexpr std::size_t kHexColumns = 24;
+
+std::string hex(std::span<const std::uint8_t> bytes) {
+    std::string text;
+    char pair[4];
+    for (const std::uint8_t byte : bytes) {
+        std::snprintf(pair, sizeof pair, "%s%02X", text.empty() ? "" : " ", byte);
+        text += pair;
+    }
+    return text;
+}
+
+} // namespace
+
+UsbBus& usbBus() {
+    static UsbBus* const bus = new UsbBus;
+    return *bus;
+}
+
+// The functions of the seam; each works on the one bus.
+struct BusBackend {
+    static int start() { return 1; }
+    static void stop() {}
+
+    static int list() {
+        UsbBus& bus = usbBus();
+        bus.listed_.clear();
+        for (std::size_t port = 0; port < bus.ports_.size(); ++port)
+            if (bus.ports_[port].present)
+                bus.listed_.push_back(port);
+        return static_cast<int>(bus.listed_.size());
+    }
+
+    static UsbBus::Port& listed(int index) {
+        UsbBus& bus = usbBus();
+        return bus.ports_[bus.listed_[static_cast<std::size_t>(index)]];
+    }
+
+    static void ids(int index, unsigned* vendor, unsigned* product) {
+        const UsbIdentity& identity = listed(index).identity;
+        *vendor = identity.vendor;
+        *product = identity.product;
+    }
+
+    // A device without a name has no path to open it by.
+    static void* open(int index, char* name) {
+        UsbBus& bus = usbBus();
+        UsbBus::Port& port = listed(index);
+        const std::string& itsName = port.identity.name;
+        if (port.opensFail || !port.present || itsName.empty()) {
+            bus.note("open " + itsName + " fails");
+            return nullptr;
+        }
+        std::strncpy(name, itsName.c_str(), 511);
+        bus.handles_.push_back({bus.listed_[static_cast<std::size_t>(index)], true});
+        bus.note("open " + itsName);
+        return reinterpret_cast<void*>(bus.handles_.size());
+    }
+
+    static void unlist() { usbBus().listed_.clear(); }
+
+    static void close(void* handle) {
+        UsbBus& bus = usbBus();
+        UsbBus::Handle* const entry = bus.find(handle);
+        if (!entry) {
+            bus.note("close of a handle that isn't open");
+            return;
+        }
+        entry->open = false;
+        bus.note("close " + bus.ports_[entry->port].identity.name);
+    }
+
+    static int setFeature(void* handle, unsigned char reportId, const unsigned char* data,
+                          long size) {
+        UsbBus& bus = usbBus();
+        UsbBus::Handle* const entry = bus.find(handle);
+        if (!entry || size < 0)
+            return 0;
+        UsbBus::Port& port = bus.ports_[entry->port];
+        std::span<const std::uint8_t> payload(data, static_cast<std::size_t>(size));
+        if (reportId != 0 && !payload.empty())
+            payload = payload.subspan(1);
+        bus.traceExchange(port, '>', payload, port.device->nameOf(payload));
+        const bool taken = port.present && bus.nextFault(port, true) != Fault::SendRefused &&
+                           port.device->take(reportId, payload);
+        if (!taken)
+            bus.note("! not sent");
+        return taken ? 1 : 0;
+    }
+
+    static int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* size) {
+        UsbBus& bus = usbBus();
+        UsbBus::Handle* const entry = bus.find(handle);
+        if (!entry || *size < 0)
+            return 0;
+        UsbBus::Port& port = bus.ports_[entry->port];
+        std::vector<std::uint8_t> reply(static_cast<std::size_t>(*size));
+        const Fault fault = bus.nextFault(port, false);
+        const bool answered = port.present && fault != Fault::NoAnswer &&
+                              port.device->answer(reportId, reply);
+        if (!answered) {
+            bus.note("! no answer");
+            return 0;
+        }
+        if (fault == Fault::ShortAnswer)
+            *size = std::min(*size, kShortAnswer);
+        reply.resize(static_cast<std::size_t>(*size));
+        bus.traceExchange(port, '<', reply, "");
+        std::copy(reply.begin(), reply.end(), data);
+        return 1;
+    }
+};
+
+const UsbBackend& UsbBus::backend() const {
+    static constexpr UsbBackend kBackend = {
+        BusBackend::start,  BusBackend::stop,  BusBackend::list,
+        BusBackend::ids,    BusBackend::open,  BusBackend::unlist,
+        BusBackend::close,  BusBackend::setFeature, BusBackend::getFeature,
+    };
+    return kBackend;
+}
+
+bool UsbBus::install() { return UsbDriver_UseBackend(&backend()) != 0; }
+
+bool UsbBus::uninstall() { return UsbDriver_UseBackend(nullptr) != 0; }
+
+void UsbBus::clear() {
+    ports_.clear();
+    listed_.clear();
+    handles_.clear();
+    trace_.clear();
+    traces_ = false;
+}
+
+std::size_t UsbBus::plug(std::shared_ptr<Device> device, UsbIdentity identity) {
+    ports_.push_back({std::move(device), std::move(identity)});
+    return ports_.size() - 1;
+}
+
+void UsbBus::unplug(std::size_t port) { ports_.at(port).present = false; }
+
+void UsbBus::replug(std::size_t port) {
+    ports_.at(port).present = true;
+    ports_.at(port).device->powerUp();
+}
+
+void UsbBus::failOpens(std::size_t port, bool fails) { ports_.at(port).opensFail = fails; }
+
+void UsbBus::fail(std::size_t port, Fault fault, int count, int after) {
+    Port& target = ports_.at(port);
+    target.fault = fault;
+    target.faultsLeft = count;
+    target.faultsAfter = after;
+}
+
+int UsbBus::openHandles() const {
+    return static_cast<int>(std::count_if(handles_.begin(), handles_.end(),
+                                          [](const Handle& handle) { return handle.open; }));
+}
+
+void UsbBus::startTrace() {
+    trace_.clear();
+    traces_ = true;
+}
+
+void UsbBus::note(const std::string& line) {
+    if (traces_)
+        trace_ += line + '\n';
+}
+
+std::string UsbBus::takeTrace() { return std::exchange(trace_, {}); }
+
+// A fault counts the exchanges of its own direction only.
+Fault UsbBus::nextFault(Port& port, bool isSend) {
+    if (port.faultsLeft == 0 || isSend != (port.fault == Fault::SendRefused))
+        return Fault::None;
+    if (port.faultsAfter > 0) {
+        --port.faultsAfter;
+        return Fault::None;
+    }
+    --port.faultsLeft;
+    return port.fault;
+}
+
+UsbBus::Handle* UsbBus::find(void* handle) {
+    const std::size_t number = reinterpret_cast<std::size_t>(handle);
+    if (number == 0 || number > handles_.size() || !handles_[number - 1].open)
+        return nullptr;
+    return &handles_[number - 1];
+}
+
+void UsbBus::traceExchange(const Port& port, char direction, std::span<const std::uint8_t> bytes,
+                           const char* name) {
+    if (!traces_)
+        return;
+    const auto which = &port - ports_.data();
+    std::string line = ports_.size() > 1 ? std::to_string(which) : "";
+    line = line + direction + ' ' + hex(bytes);
+    if (*name != '\0')
+        line.append(line.size() < kHexColumns + 3 ? kHexColumns + 3 - line.size() : 2, ' ') += name;
+    note(line);
+}
+
+} // namespace zel::sim

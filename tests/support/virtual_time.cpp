@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Takes the place of libc's pause and clock in the whole program, its shared libraries included.
+#include "tests/support/virtual_time.h"
+
+#include <sys/time.h>
+#include <unistd.h>
+#include <utility>
+
+namespace zel::test {
+
+namespace {
+
+constexpr std::uint64_t kMicro = 1'000'000;
+std::uint64_t now = 1'700'000'000 * kMicro;
+std::uint64_t paused = 0;
+std::function<void(std::uint64_t)> pauseListener;
+
+} // namespace
+
+std::uint64_t virtualMicroseconds() { return now; }
+void setVirtualMicroseconds(std::uint64_t time) { now = time; }
+void onPause(std::function<void(std::uint64_t)> listener) { pauseListener = std::move(listener); }
+std::uint64_t takePausedMicroseconds() { return std::exchange(paused, 0); }
+
+static void pause(std::uint64_t microseconds) {
+    if (pauseListener)
+        pauseListener(microseconds);
+    paused += microseconds;
+    now += microseconds;
+}
+
+} // namespace zel::test
+
+extern "C" {
+
+__attribute__((visibility("default"))) int usleep(useconds_t microseconds) {
+    zel::test::pause(microseconds);
+    return 0;
+}
+
+__attribute__((visibility("default"))) int gettimeofday(timeval* time, void*) noexcept {
+    const std::uint64_t now = zel::test::virtualMicroseconds();
+    time->tv_sec = static_cast<time_t>(now / 1'000'000);
+    time->tv_usec = static_cast<suseconds_t>(now % 1'000'000);
+    return 0;
+}
+}

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// A clock that the test owns: a program that links this defines usleep() and gettimeofday(), so no
+// pause of the library waits for real.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace zel::test {
+
+// The time now, in microseconds.
+std::uint64_t virtualMicroseconds();
+void setVirtualMicroseconds(std::uint64_t now);
+
+// Called with each pause, in microseconds, before the clock moves on.
+void onPause(std::function<void(std::uint64_t)> listener);
+
+// All pauses since the last call, in microseconds.
+std::uint64_t takePausedMicroseconds();
+
+} // namespace zel::test

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+// Matching, handles and retries above the platform's HID services.
+#include "transport/usb_driver.h"
+
+#include "frame/state.h"
+#include "transport/usb_platform.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace {
+
+constexpr unsigned kTagVendor = 0x5A3E;
+constexpr unsigned kTagProduct = 0x9D23;
+constexpr int kSendTries = 6;
+constexpr useconds_t kSendRetryPause = 80'000; // µs
+
+constinit UsbBackend backend = {};
+constinit bool backendRuns = false;
+
+bool isComplete(const UsbBackend& b) {
+    return b.start && b.stop && b.list && b.ids && b.open && b.unlist && b.close && b.setFeature &&
+           b.getFeature;
+}
+
+bool tableHoldsHandle() { return std::any_of(std::begin(DevDat), std::end(DevDat), zel::holdsHandle); }
+
+struct Match {
+    bool found;
+    int row;
+};
+
+// A row with vendor 0 ends the filter list; of several matching rows the last one wins.
+Match matchFilterList(unsigned vendor, unsigned product) {
+    Match match = {false, -1};
+    int row = 0;
+    for (const tsVidPidRow& entry : zelTagVidPid.rows) {
+        if (entry.vendor == 0)
+            break;
+        if (entry.product != 0 && entry.vendor == vendor && entry.product == product)
+            match = {true, row};
+        ++row;
+    }
+    return match;
+}
+
+Match matchTag(unsigned vendor, unsigned product) {
+    if (vendor == kTagVendor && product == kTagProduct)
+        return {true, -1};
+    return matchFilterList(vendor, product);
+}
+
+// Opens the listed device `index` and hands it over. Whether that went well.
+bool handOver(int index, int row, zelFoundDevice found) {
+    char name[ZELTAGAPI_NAME_SIZE] = {};
+    void* const handle = backend.open(index, name);
+    if (!zel::isOpenHandle(handle))
+        return false;
+    name[sizeof name - 1] = '\0';
+    found(name, handle, row);
+    return true;
+}
+
+} // namespace
+
+int UsbDriver_Init() {
+    if (backendRuns)
+        return 1;
+    if (!backend.start)
+        backend = zel::platformUsbBackend();
+    backendRuns = backend.start() != 0;
+    return backendRuns ? 1 : 0;
+}
+
+void UsbDriver_Exit() {
+    if (backendRuns)
+        backend.stop();
+    backendRuns = false;
+}
+
+int UsbDriver_UseBackend(const UsbBackend* replacement) {
+    const UsbBackend next = replacement ? *replacement : zel::platformUsbBackend();
+    if (!isComplete(next) || tableHoldsHandle())
+        return 0;
+    UsbDriver_Exit();
+    backend = next;
+    return UsbDriver_Init();
+}
+
+// A failed open ends the scan with the list still held, as UsbBackend says.
+int UsbDriver_Generator(unsigned int vendor, unsigned int product, zelFoundDevice found) {
+    if (!backendRuns)
+        return 0;
+    const bool wantsTags = vendor == kTagVendor && product == kTagProduct;
+    int handedOver = 0;
+    const int count = backend.list();
+    for (int index = 0; index < count; ++index) {
+        unsigned itsVendor = 0;
+        unsigned itsProduct = 0;
+        backend.ids(index, &itsVendor, &itsProduct);
+        const Match match = wantsTags ? matchTag(itsVendor, itsProduct) : Match{false, -1};
+        if (!match.found)
+            continue;
+        if (!handOver(index, match.row, found))
+            return 0;
+        ++handedOver;
+    }
+    backend.unlist();
+    return handedOver > 0 ? 1 : 0;
+}
+
+int UsbDriver_Close(void* handle) {
+    if (zel::isOpenHandle(handle))
+        backend.close(handle);
+    return 1;
+}
+
+void* UsbDriver_CreateFile(const char*) { return nullptr; }
+
+void* UsbDriver_tagAdv_CreateFile(const char*) { return nullptr; }
+
+int UsbDriver_IsDevOurs(const char*, unsigned int, unsigned int, void*) { return 1; }
+
+// Without a handle there is nothing to retry: fails at once, with no pause.
+int UsbDriver_SendFR(int length, int, const unsigned char* buffer) {
+    void* const handle = zel::activeRecord().hDev;
+    if (!zel::isOpenHandle(handle) || length < 0)
+        return 0;
+    const unsigned char reportId = buffer[0];
+    const unsigned char* const data = reportId == 0 ? buffer + 1 : buffer;
+    const long size = reportId == 0 ? length : length + 1L;
+    for (int attempt = 0; attempt < kSendTries; ++attempt) {
+        if (backend.setFeature(handle, reportId, data, size))
+            return 1;
+        usleep(kSendRetryPause);
+    }
+    return 0;
+}
+
+int UsbDriver_RecvFR(int length, int, unsigned char* buffer) {
+    void* const handle = zel::activeRecord().hDev;
+    if (!zel::isOpenHandle(handle) || length < 0)
+        return 0;
+    long size = length;
+    return backend.getFeature(handle, buffer[0], buffer + 1, &size) ? 1 : 0;
+}
+
+int UsbDriver_WaitForData(void*, int, unsigned char*) { return 1; }

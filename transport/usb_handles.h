@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Closes USB handles once, however many records of the device table hold them.
+#pragma once
+
+#include "frame/state.h"
+
+namespace zel {
+
+// Closes the record's handle, if any, and takes it out of every record that holds it.
+void closeHandle(tsDevDat& record);
+
+// Gives the record a handle. One that it held before is closed unless another record holds it too.
+void replaceHandle(tsDevDat& record, void* handle);
+
+} // namespace zel
