@@ -46,9 +46,10 @@ if(APPLE)
     add_library(zelTagAPI_static STATIC)
     target_link_libraries(zelTagAPI_static PRIVATE zel_objects)
 else()
+    find_program(ZEL_MERGING_LINKER NAMES ld.bfd ld REQUIRED) # lld keeps groups apart
     set(merged ${CMAKE_BINARY_DIR}/zelTagAPI.o)
     add_custom_command(OUTPUT ${merged}
-        COMMAND ${CMAKE_LINKER} -r --force-group-allocation -o ${merged}
+        COMMAND ${ZEL_MERGING_LINKER} -r --force-group-allocation -o ${merged}
                 $<TARGET_OBJECTS:zel_objects>
         COMMAND ${CMAKE_OBJCOPY} --localize-hidden ${merged}
         DEPENDS zel_objects $<TARGET_OBJECTS:zel_objects>

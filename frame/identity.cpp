@@ -30,7 +30,10 @@ unsigned int GetProduct() { return iDevsFnd < 1 ? 0 : activeRecord().iProduct; }
 int GetDevName(char* name) {
     if (!hasActiveDevice() || !name)
         return unsupportedValue();
-    std::strcpy(name, activeRecord().szDevName);
+    const char* const kept = activeRecord().szDevName;
+    const std::size_t length = strnlen(kept, ZELTAGAPI_NAME_SIZE - 1);
+    std::memcpy(name, kept, length);
+    name[length] = '\0';
     return kUsbPortNumber;
 }
 

@@ -24,7 +24,7 @@
 
 ZELTAGAPI_BEGIN
 
-/* ---- Library ---------------------------------------------------------------------------------- */
+/* ---- Library ---- */
 
 /** The version of this header; GetLibVersion() tells that of the library in use. */
 #define ZELTAGAPI_VERSION_MAJOR 7
@@ -84,7 +84,7 @@ ZELTAGAPI_EXPORT void _DPrintf(const char* format, ...) ZELTAGAPI_PRINTF(1, 2);
 /** Does nothing. */
 ZELTAGAPI_EXPORT void DebugDump(void);
 
-/* ---- Errors ----------------------------------------------------------------------------------- */
+/* ---- Errors ---- */
 
 /** Bits of the error word that GetLastLibErr() returns, as far as the calls of this header set
  * them. */
@@ -106,7 +106,7 @@ ZELTAGAPI_EXPORT int SetUnsupportedProductErrorCode(int code);
 /** @return the unsupported value, -32768 to 32767, 0 at start */
 ZELTAGAPI_EXPORT int GetUnsupportedProductErrorCode(void);
 
-/* ---- Connect ---------------------------------------------------------------------------------- */
+/* ---- Connect ---- */
 
 /** The USB identity of the proximity reader, for zeltag_USBDeviceConnect(). */
 enum { ZELTAG_USB_VENDOR = 0x5A3E, ZELTAG_USB_PRODUCT = 0x9D23 };
@@ -170,7 +170,7 @@ ZELTAGAPI_EXPORT int SetLUID(unsigned short luid);
  * configuration was read; without a device that of record 0 */
 ZELTAGAPI_EXPORT int64_t GetSN(void);
 
-/* ---- Configuration ---------------------------------------------------------------------------- */
+/* ---- Configuration ---- */
 
 /** Reads the active device's configuration into the library. Locks. No product offers it yet.
  * @return 0 with no active device, else the unsupported value */
@@ -188,7 +188,7 @@ struct sCfgFlags2;
  * @return the unsupported value */
 ZELTAGAPI_EXPORT int GetFlags2(struct sCfgFlags2* flags);
 
-/* ---- Card data -------------------------------------------------------------------------------- */
+/* ---- Card data ---- */
 
 /** Reads the identifier of the card in the active reader's field, up to 64 bits.
  * Two queries (opcodes 0x8F and 0x8E): two feature reports out, two in (USB HID 1.11, 7.2.1 and
@@ -200,8 +200,8 @@ ZELTAGAPI_EXPORT int GetFlags2(struct sCfgFlags2* flags);
  * GetLastLibErr(): 0, or ZELTAGAPI_ERR_ID_READ. The unsupported value with no active device. */
 ZELTAGAPI_EXPORT int GetActiveID(unsigned char* buffer, short size);
 
-/** As GetActiveID(), for identifiers of up to 255 bits: five queries (opcode 0x8D with pages 0 to 3,
- * then 0x8E), and `size` up to 32 bytes are copied. */
+/** As GetActiveID(), for identifiers of up to 255 bits: five queries (opcode 0x8D with pages 0 to
+ * 3, then 0x8E), and `size` up to 32 bytes are copied. */
 ZELTAGAPI_EXPORT int GetActiveID32(unsigned char* buffer, short size);
 
 /** As GetActiveID() for callers that can't pass a buffer: the identifier goes to the library's own
@@ -219,8 +219,8 @@ ZELTAGAPI_EXPORT int getActiveID_byte(short index);
 
 /** Tests whether the active device is present and measures the test: one query of opcode 0x8A on a
  * proximity reader. Not locked.
- * @return 1 to 65535, the elapsed milliseconds, when present; else the clock's value at the start, a
- * number far above 65535 */
+ * @return 1 to 65535, the elapsed milliseconds, when present; else the clock's value at the start,
+ * a number far above 65535 */
 ZELTAGAPI_EXPORT uint64_t Ping(void);
 
 ZELTAGAPI_END

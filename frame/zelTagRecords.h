@@ -6,6 +6,8 @@
 
 #include <stdint.h>
 
+/* clang-format off */
+
 typedef struct sCfgFlags {
     int16_t bFixLenDsp; /**< Send as fixed length with leading zeros as needed */
     int16_t bFrcBitCntEx; /**< Force Rx'd bit count to be exact to be valid */
@@ -51,7 +53,8 @@ typedef struct sIDBitCnts {
 } sIDBitCnts;
 
 typedef struct sIDDispParms {
-    int16_t iFACIDDelim; /**< if bStripFac & bSndFac & bUseDelFac2Id, this char sent between FAC & ID */
+    /** if bStripFac & bSndFac & bUseDelFac2Id, this char sent between FAC & ID */
+    int16_t iFACIDDelim;
     int16_t iELDelim; /**< if NOT bNoUseELChar, this char sent at end of ID */
     int16_t iIDDispLen; /**< if bFixLenDsp, ID padded with zeros to this length */
     int16_t iFACDispLen; /**< if bFixLenDsp, FAC padded with zeros to this length */
@@ -86,7 +89,8 @@ typedef struct sIDDispParms3 {
 typedef struct sTimeParms {
     int16_t iBitStrmTO; /**< Wiegand read times out after this msec time (4msec gran.) */
     int16_t iIDHoldTO; /**< Card ID remains valid for this msec time (50msec gran.) */
-    int16_t iIDLockOutTm; /**< Squelch repetitive reader reports (usually > 1000) in msec (50msec gran.) */
+    /** Squelch repetitive reader reports (usually > 1000) in msec (50msec gran.) */
+    int16_t iIDLockOutTm;
     int16_t iUSBKeyPrsTm; /**< Sets USB inter-key 'Press' time in msecs (4msec gran.) */
     int16_t iUSBKeyRlsTm; /**< Sets USB inter-key 'Release' time in msecs (4msec gran.) */
     int16_t ExFeatures01; /**< feature bits */

@@ -52,9 +52,9 @@ typedef struct tsTagCfg {
     struct sIDDispParms3 sIDDispParms3;
     struct sLEDCtrl sLEDCtrl;
     struct sBprRlyCtrl sBprRlyCtrl;
-    uint32_t bDirtyExt;     /**< block 3 is to be written */
-    uint16_t ExtBlock[7];   /**< image of block 3, bytes 0 to 6 */
-    uint32_t bDirtySepFld;  /**< the pages of uSFD and the key values are to be written */
+    uint32_t bDirtyExt;    /**< block 3 is to be written */
+    uint16_t ExtBlock[7];  /**< image of block 3, bytes 0 to 6 */
+    uint32_t bDirtySepFld; /**< the pages of uSFD and the key values are to be written */
     struct uSFD uSFD;
     struct sHashKeyData sHashKeyData;
     uint32_t AZERTYShiftLock;

@@ -20,6 +20,8 @@ HEAD = """\
 
 #include <stdint.h>
 
+/* clang-format off */
+
 """
 
 
@@ -44,15 +46,14 @@ def read_rows():
 
 def member(name, kind, description):
     text = description.strip() or ("carried, no effect" if kind == "pad" else "feature bits")
-    return f"    int16_t {name}; /**< {text} */\n"
+    line = f"    int16_t {name}; /**< {text} */\n"
+    return line if len(line) <= 101 else f"    /** {text} */\n    int16_t {name};\n"
 
 
 def header(records):
-    structs = "".join(
-        f"typedef struct {record} {{\n" + "".join(member(*word) for word in words) + f"}} {record};\n\n"
-        for record, words in records.items()
-    )
-    return HEAD + structs + "#endif\n"
+    structs = [f"typedef struct {record} {{\n" + "".join(member(*word) for word in words)
+               + f"}} {record};\n\n" for record, words in records.items()]
+    return HEAD + "".join(structs) + "#endif\n"
 
 
 def main():

@@ -8,8 +8,8 @@
 
 namespace zel::sim {
 
-// The card in the field `elapsed` milliseconds after the start: three cards take turns, each for two
-// seconds with a second of empty field behind it.
+// The card in the field `elapsed` milliseconds after the start: three cards take turns, each for
+// two seconds with a second of empty field behind it.
 Card demoCardAt(std::uint64_t elapsed);
 
 // Puts the reader on the simulated bus and makes the bus the library's USB backend. The time starts

@@ -27,11 +27,21 @@ struct CommandName {
 };
 
 constexpr CommandName kNames[] = {
-    {0x80, "block 0"},        {0x81, "block 1"},           {0x82, "block 2"},
-    {0x83, "block 3"},        {kCardType, "card type"},    {kPage, "page"},
-    {0x88, "card data"},      {0x89, "multi"},             {kLuid, "LUID"},
-    {kService, "service"},    {kLongId, "identifier page"}, {kBitCount, "bit count"},
-    {kId, "identifier"},      {kCommit, "commit"},         {kFactory, "factory defaults"},
+    {0x80, "block 0"},
+    {0x81, "block 1"},
+    {0x82, "block 2"},
+    {0x83, "block 3"},
+    {kCardType, "card type"},
+    {kPage, "page"},
+    {0x88, "card data"},
+    {0x89, "multi"},
+    {kLuid, "LUID"},
+    {kService, "service"},
+    {kLongId, "identifier page"},
+    {kBitCount, "bit count"},
+    {kId, "identifier"},
+    {kCommit, "commit"},
+    {kFactory, "factory defaults"},
 };
 
 bool isBlock(std::uint8_t opcode) { return opcode >= 0x80 && opcode < 0x80 + TagReader::kBlocks; }

@@ -12,7 +12,6 @@ namespace zel::sim {
 namespace {
 
 constexpr long kShortAnswer = 3; // bytes
-constexpr std::size_t kHexColumns = 24;
 
 std::string hex(std::span<const std::uint8_t> bytes) {
     std::string text;
@@ -110,8 +109,8 @@ struct BusBackend {
         UsbBus::Port& port = bus.ports_[entry->port];
         std::vector<std::uint8_t> reply(static_cast<std::size_t>(*size));
         const Fault fault = bus.nextFault(port, false);
-        const bool answered = port.present && fault != Fault::NoAnswer &&
-                              port.device->answer(reportId, reply);
+        const bool answered =
+            port.present && fault != Fault::NoAnswer && port.device->answer(reportId, reply);
         if (!answered) {
             bus.note("! no answer");
             return 0;
@@ -127,9 +126,9 @@ struct BusBackend {
 
 const UsbBackend& UsbBus::backend() const {
     static constexpr UsbBackend kBackend = {
-        BusBackend::start,  BusBackend::stop,  BusBackend::list,
-        BusBackend::ids,    BusBackend::open,  BusBackend::unlist,
-        BusBackend::close,  BusBackend::setFeature, BusBackend::getFeature,
+        BusBackend::start, BusBackend::stop,       BusBackend::list,
+        BusBackend::ids,   BusBackend::open,       BusBackend::unlist,
+        BusBackend::close, BusBackend::setFeature, BusBackend::getFeature,
     };
     return kBackend;
 }
@@ -211,7 +210,7 @@ void UsbBus::traceExchange(const Port& port, char direction, std::span<const std
     std::string line = ports_.size() > 1 ? std::to_string(which) : "";
     line = line + direction + ' ' + hex(bytes);
     if (*name != '\0')
-        line.append(line.size() < kHexColumns + 3 ? kHexColumns + 3 - line.size() : 2, ' ') += name;
+        line.append("  ").append(name);
     note(line);
 }
 

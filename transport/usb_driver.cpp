@@ -23,7 +23,9 @@ bool isComplete(const UsbBackend& b) {
            b.getFeature;
 }
 
-bool tableHoldsHandle() { return std::any_of(std::begin(DevDat), std::end(DevDat), zel::holdsHandle); }
+bool tableHoldsHandle() {
+    return std::any_of(std::begin(DevDat), std::end(DevDat), zel::holdsHandle);
+}
 
 struct Match {
     bool found;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // USB HID on Linux: the kernel's hidraw nodes, without a library in between.
 //
-// A node's identity is read from sysfs before the open and asked of the open node again: the number N
-// of hidrawN may have passed to another device in between.
+// A node's identity is read from sysfs before the open and asked of the open node again: the number
+// N of hidrawN may have passed to another device in between.
 #include "transport/usb_platform.h"
 
 #include <algorithm>
@@ -82,7 +82,8 @@ bool parseNodeName(std::string_view name, unsigned& number) {
     return error == std::errc() && rest == end;
 }
 
-// Takes a line "HID_ID=0003:00005A3E:00009D23": bus, vendor, product in hexadecimal.
+// Takes a line "HID_ID=0003:00005A3E:00009D23": bus, vendor, product in hexadecimal. An ID wider
+// than 16 bits is none of USB's, and a line that the page's end cut has no line end.
 bool parseIds(std::string_view uevent, Node& node) {
     constexpr std::string_view kKey = "HID_ID=";
     while (!uevent.starts_with(kKey)) {
@@ -92,17 +93,17 @@ bool parseIds(std::string_view uevent, Node& node) {
         uevent.remove_prefix(lineEnd + 1);
     }
     uevent.remove_prefix(kKey.size());
-    std::array<unsigned, 3> field = {};
-    for (unsigned& value : field) {
-        const auto [rest, error] =
-            std::from_chars(uevent.data(), uevent.data() + uevent.size(), value, 16);
-        if (error != std::errc())
+    std::array<std::uint16_t, 3> field = {};
+    for (std::uint16_t& value : field) {
+        const char terminator = &value == &field.back() ? '\n' : ':';
+        const char* const end = uevent.data() + uevent.size();
+        const auto [rest, error] = std::from_chars(uevent.data(), end, value, 16);
+        if (error != std::errc() || rest == end || *rest != terminator)
             return false;
-        uevent.remove_prefix(static_cast<std::size_t>(rest - uevent.data()));
-        uevent.remove_prefix(uevent.starts_with(':') ? 1 : 0);
+        uevent.remove_prefix(static_cast<std::size_t>(rest + 1 - uevent.data()));
     }
-    node.vendor = static_cast<std::uint16_t>(field[1]);
-    node.product = static_cast<std::uint16_t>(field[2]);
+    node.vendor = field[1];
+    node.product = field[2];
     return true;
 }
 
@@ -200,7 +201,7 @@ int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* 
     return 1;
 }
 
-constexpr UsbBackend kBackend = {start, stop,  list,       ids,       open,
+constexpr UsbBackend kBackend = {start,  stop,  list,       ids,       open,
                                  unlist, close, setFeature, getFeature};
 
 } // namespace

@@ -14,7 +14,7 @@ void close(void*) {}
 int setFeature(void*, unsigned char, const unsigned char*, long) { return 0; }
 int getFeature(void*, unsigned char, unsigned char*, long*) { return 0; }
 
-constexpr UsbBackend kBackend = {start, stop,  list,       ids,       open,
+constexpr UsbBackend kBackend = {start,  stop,  list,       ids,       open,
                                  unlist, close, setFeature, getFeature};
 
 } // namespace

@@ -8,12 +8,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
 
 using namespace zel;
 
 namespace {
 
-constexpr int kLongIdPages = 4;
+constexpr std::size_t kLongIdPages = 4;
 using LongId = std::array<std::uint8_t, kLongIdPages * tag::kPayloadSize>;
 
 int readFailed() {
@@ -37,8 +38,8 @@ bool waitForPushedData() {
     return !record.bTagAdv || UsbDriver_WaitForData(record.hDev, sizeof report, report);
 }
 
-void copyId(const std::uint8_t* id, int idSize, unsigned char* buffer, short size) {
-    std::copy_n(id, std::clamp<int>(size, 0, idSize), buffer);
+void copyId(std::span<const std::uint8_t> id, unsigned char* buffer, short size) {
+    std::copy_n(id.data(), std::clamp<int>(size, 0, static_cast<int>(id.size())), buffer);
 }
 
 bool queryBitCount(int& bits) {
@@ -50,12 +51,12 @@ bool queryBitCount(int& bits) {
 }
 
 bool queryLongId(LongId& id) {
-    for (int page = 0; page < kLongIdPages; ++page) {
+    for (std::size_t page = 0; page < kLongIdPages; ++page) {
         tag::Payload reply;
         if (!tag::query(tag::command(tag::Opcode::LongIdPage, static_cast<std::uint8_t>(page)),
                         reply))
             return false;
-        std::copy(reply.begin(), reply.end(), id.begin() + page * tag::kPayloadSize);
+        std::copy(reply.begin(), reply.end(), &id[page * tag::kPayloadSize]);
     }
     return true;
 }
@@ -78,7 +79,7 @@ int zeltag_GetActiveID(unsigned char* buffer, short size) {
     tag::Payload id;
     if (!tag::query(tag::command(tag::Opcode::Id), id))
         return readFailed();
-    copyId(id.data(), tag::kPayloadSize, buffer, size);
+    copyId(id, buffer, size);
     int bits = 0;
     return queryBitCount(bits) ? bits : readFailed();
 }
@@ -93,7 +94,7 @@ int zeltag_GetActiveID32(unsigned char* buffer, short size) {
     int bits = 0;
     if (!queryLongId(id) || !queryBitCount(bits))
         return readFailed();
-    copyId(id.data(), static_cast<int>(id.size()), buffer, size);
+    copyId(id, buffer, size);
     return bits;
 }
 

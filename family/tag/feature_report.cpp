@@ -12,17 +12,19 @@ namespace zel::tag {
 namespace {
 // Report ID 0, then the payload.
 using Report = std::array<unsigned char, 1 + kPayloadSize>;
+
+constexpr int kLength = static_cast<int>(kPayloadSize);
 } // namespace
 
 bool send(const Payload& payload) {
     Report report = {};
     std::copy(payload.begin(), payload.end(), report.begin() + 1);
-    return UsbDriver_SendFR(kPayloadSize, iActDev, report.data()) != 0;
+    return UsbDriver_SendFR(kLength, iActDev, report.data()) != 0;
 }
 
 bool fetch(Payload& payload) {
     Report report = {};
-    const bool received = UsbDriver_RecvFR(kPayloadSize, iActDev, report.data()) != 0;
+    const bool received = UsbDriver_RecvFR(kLength, iActDev, report.data()) != 0;
     std::copy(report.begin() + 1, report.end(), payload.begin());
     return received;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace zel::tag {
@@ -15,7 +16,7 @@ enum class Opcode : std::uint8_t {
     Id = 0x8F,         // reply: the first eight bytes of the identifier
 };
 
-constexpr int kPayloadSize = 8;
+constexpr std::size_t kPayloadSize = 8;
 using Payload = std::array<std::uint8_t, kPayloadSize>;
 
 // The payload of a command: its opcode, one argument, zeros.

@@ -22,7 +22,9 @@ bool isTagAdv(int row) {
     return entry.vendor == kTagAdvVendor && entry.product == kTagAdvProduct;
 }
 
-bool isTableFull() { return cbIndex < 0 || cbIndex >= zel::kMaxDevices || iDevsFnd >= zel::kMaxDevices; }
+bool isTableFull() {
+    return cbIndex < 0 || cbIndex >= zel::kMaxDevices || iDevsFnd >= zel::kMaxDevices;
+}
 
 void setName(tsDevDat& record, const char* name) {
     std::strncpy(record.szDevName, name, sizeof record.szDevName - 1);
