@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// Puts the library back to what it is when loaded, before and after each test.
+#include "tests/support/library_test.h"
+
+#include <cstring>
+
+namespace zel::test {
+
+LibraryTest::LibraryTest() {
+    bus().clear();
+    EXPECT_TRUE(bus().install());
+    bus().startTrace();
+    onPause([](std::uint64_t us) { bus().note("~ " + std::to_string(us / 1000) + " ms"); });
+    takePausedMicroseconds();
+}
+
+LibraryTest::~LibraryTest() {
+    USBDisconnect();
+    EXPECT_EQ(bus().openHandles(), 0) << "a handle stayed open";
+    onPause({});
+    _APIinit();
+    cbIndex = 0;
+    std::memset(&zelTagVidPid, 0, sizeof zelTagVidPid);
+    std::memset(activeIDBuf, 0, sizeof activeIDBuf);
+    activeIDBufSz = 0;
+    EXPECT_TRUE(sim::UsbBus::uninstall());
+}
+
+std::shared_ptr<sim::TagReader> LibraryTest::plugReader(const sim::UsbIdentity& identity) {
+    auto reader = std::make_shared<sim::TagReader>();
+    bus().plug(reader, identity);
+    return reader;
+}
+
+std::shared_ptr<sim::TagReader> LibraryTest::plugReader(const std::string& name) {
+    return plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, name});
+}
+
+int LibraryTest::connect() {
+    zeltag_USBDeviceConnect(ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT, nullptr);
+    return GetDevCnt();
+}
+
+std::shared_ptr<sim::TagReader> LibraryTest::connectReader() {
+    auto reader = plugReader();
+    EXPECT_EQ(connect(), 1);
+    bus().takeTrace();
+    return reader;
+}
+
+void LibraryTest::setFilterRow(int row, unsigned short vendor, unsigned short product) {
+    zelTagVidPid.rows[row].vendor = vendor;
+    zelTagVidPid.rows[row].product = product;
+}
+
+} // namespace zel::test

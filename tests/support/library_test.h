@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// A freshly loaded library, a simulated bus with its trace, and a clock that the test owns.
+#pragma once
+
+#include "frame/zelTagAPI.h"
+#include "frame/zelTagState.h"
+#include "sim/tag_reader.h"
+#include "sim/usb_bus.h"
+#include "tests/support/virtual_time.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+namespace zel::test {
+
+class LibraryTest : public ::testing::Test {
+protected:
+    LibraryTest();
+    ~LibraryTest() override;
+
+    // Plugs in a reader of the built-in identity, or of another one.
+    static std::shared_ptr<sim::TagReader> plugReader(const std::string& name = "reader");
+    static std::shared_ptr<sim::TagReader> plugReader(const sim::UsbIdentity& identity);
+
+    // Scans USB as an application does; returns the number of devices in the table.
+    static int connect();
+
+    // A reader in the table and the trace empty: the next lines are the test's own.
+    static std::shared_ptr<sim::TagReader> connectReader();
+
+    // A row of the device filter list.
+    static void setFilterRow(int row, unsigned short vendor, unsigned short product);
+
+    static sim::UsbBus& bus() { return sim::usbBus(); }
+};
+
+} // namespace zel::test
