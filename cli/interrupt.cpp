@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Signal handling of the commands that wait.
+#include "cli/interrupt.h"
+
+#include "cli/failure.h"
+
+#include <csignal>
+#include <ctime>
+#include <unistd.h>
+
+namespace zel::cli {
+
+namespace {
+
+volatile std::sig_atomic_t gInterrupted = 0;
+
+void remember(int) {
+    if (gInterrupted != 0)
+        _exit(static_cast<int>(ExitCode::Interrupted));
+    gInterrupted = 1;
+}
+
+} // namespace
+
+void catchInterrupts() {
+    struct sigaction action = {};
+    action.sa_handler = remember; // without SA_RESTART: sleeps end early
+    for (const int signal : {SIGINT, SIGTERM})
+        sigaction(signal, &action, nullptr);
+}
+
+bool interrupted() { return gInterrupted != 0; }
+
+void pauseFor(std::chrono::milliseconds time) {
+    const auto count = time.count();
+    timespec span = {};
+    span.tv_sec = static_cast<time_t>(count / 1000);
+    span.tv_nsec = static_cast<long>(count % 1000) * 1'000'000;
+    if (!interrupted())
+        nanosleep(&span, nullptr);
+}
+
+} // namespace zel::cli

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Where results and remarks go: results to stdout, everything else to stderr.
+#pragma once
+
+#include <cstdio>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+
+namespace zel::cli {
+
+using Json = nlohmann::ordered_json;
+
+// One line; a byte that isn't UTF-8 becomes the replacement character.
+std::string toText(const Json& object);
+
+// Results, a line at a time. Each line is flushed, so that a program reading along sees it at once;
+// the first line that can't be written is remembered and silences those behind it.
+class Output {
+public:
+    explicit Output(std::FILE* stream) : stream_(stream) {}
+
+    void line(std::string_view text);
+    void object(const Json& object) { line(toText(object)); }
+
+    // The errno of the line that couldn't be written, 0 while all went well.
+    int error() const { return error_; }
+
+    // Whether results still have somewhere to go: nothing failed, and no pipe lost its reader.
+    bool isOpen();
+
+private:
+    std::FILE* stream_;
+    int error_ = 0;
+};
+
+// A remark on stderr that a user should see in any case.
+void warn(std::string_view text);
+
+// A remark on stderr while something is awaited; only on a terminal.
+void showProgress(std::string_view text);
+
+// Occupies the standard descriptors that the caller left closed: a device opened as descriptor 1
+// would receive the results as its data. Writing to the occupied ones still fails.
+void occupyStandardDescriptors();
+
+} // namespace zel::cli

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// `zeltag read`: the card in a reader's field, once or for as long as the user watches.
+#include "cli/command.h"
+#include "cli/connection.h"
+#include "cli/interrupt.h"
+#include "cli/reading.h"
+#include "cli/watch.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace zel::cli {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr double kLongestWait = 86400; // seconds
+
+// Asks for the inside of the range: "nan" is neither below nor above it.
+std::string checkWait(const std::string& text) {
+    double seconds = -1;
+    const bool valid =
+        CLI::detail::lexical_cast(text, seconds) && seconds >= 0 && seconds <= kLongestWait;
+    return valid ? "" : "SECONDS is a number from 0 to 86400, not " + text;
+}
+
+Failure noCard(const Device& device) {
+    return {ExitCode::NothingCame, "no card in the field of " + device.name,
+            "hold a card to the reader and try again, or add --wait 10", device.name};
+}
+
+class ReadCommand : public Command {
+public:
+    CommandText text() const override {
+        return {"read", "Cards", "Read the card in the reader's field",
+                "zeltag read --sim --watch"};
+    }
+
+    void addOptions(CLI::App& app) override {
+        app.add_flag("--watch", watch_, "Print each card that comes and goes, until Ctrl-C");
+        app.add_option("--wait", wait_, "Wait up to SECONDS for a card")
+            ->option_text("SECONDS")
+            ->type_name("SECONDS")
+            ->check(CLI::Validator(checkWait, ""));
+    }
+
+    Outcome run(const Options& options, Output& output) override {
+        if (watch_ && wait_ > 0)
+            return Failure{ExitCode::Usage, "--watch and --wait don't go together",
+                           "--watch waits for every card", ""};
+        const Connection connection(options);
+        if (connection.failure())
+            return connection.failure();
+        const Device device = activeDevice();
+        if (watch_ || wait_ > 0)
+            catchInterrupts();
+        if (!watch_)
+            return readOne(device, options, output);
+        showProgress("watching " + device.name + ", Ctrl-C ends");
+        return watchField(device, options, output);
+    }
+
+private:
+    Outcome readOne(const Device& device, const Options& options, Output& output) const {
+        const Reading reading = awaitCard(device);
+        if (interrupted())
+            return interruption();
+        if (reading.error != 0)
+            return readFailed(device, reading);
+        if (!reading.card)
+            return noCard(device);
+        if (options.json)
+            output.object(cardJson(*reading.card, device));
+        else
+            output.line(cardLine(*reading.card, device));
+        return {};
+    }
+
+    Reading awaitCard(const Device& device) const {
+        const auto end = Clock::now() + std::chrono::duration<double>(wait_);
+        Reading reading = readField();
+        if (isAwaited(reading) && wait_ > 0)
+            showProgress("hold a card to " + device.name);
+        while (isAwaited(reading) && Clock::now() < end && !interrupted()) {
+            pauseFor(kLookEvery);
+            reading = readField();
+        }
+        return reading;
+    }
+
+    static bool isAwaited(const Reading& reading) { return reading.error == 0 && !reading.card; }
+
+    bool watch_ = false;
+    double wait_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<Command> command::read() { return std::make_unique<ReadCommand>(); }
+
+} // namespace zel::cli

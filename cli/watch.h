@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Follows the cards in a reader's field.
+#pragma once
+
+#include "cli/device.h"
+#include "cli/failure.h"
+#include "cli/options.h"
+#include "cli/output.h"
+
+namespace zel::cli {
+
+// A line for each card that comes and that goes, until an interrupt, a reader that stays silent, or
+// results that can't be delivered.
+Outcome watchField(const Device& device, const Options& options, Output& output);
+
+} // namespace zel::cli

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Captures what a command in this process prints.
+#include "tests/cli/command_line_test.h"
+
+#include "cli/program.h"
+
+#include <ostream>
+
+namespace zel::test {
+
+void PrintTo(const CommandRun& run, std::ostream* stream) {
+    *stream << cli::codeName(run.exit) << "\nstdout: " << run.out << "\nstderr: " << run.err;
+}
+
+CommandRun CommandLineTest::run(const std::vector<const char*>& arguments) {
+    std::vector<const char*> argv = {"zeltag"};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    const cli::ExitCode exit = cli::runProgram(static_cast<int>(argv.size()), argv.data());
+    std::string err = ::testing::internal::GetCapturedStderr();
+    return {exit, ::testing::internal::GetCapturedStdout(), std::move(err)};
+}
+
+} // namespace zel::test

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Runs commands in this process, where a test holds the simulated bus.
+#pragma once
+
+#include "cli/failure.h"
+#include "tests/support/library_test.h"
+
+#include <string>
+#include <vector>
+
+namespace zel::test {
+
+struct CommandRun {
+    cli::ExitCode exit = cli::ExitCode::Done;
+    std::string out;
+    std::string err;
+
+    bool operator==(const CommandRun&) const = default;
+};
+
+void PrintTo(const CommandRun& run, std::ostream* stream);
+
+class CommandLineTest : public LibraryTest {
+protected:
+    static CommandRun run(const std::vector<const char*>& arguments);
+};
+
+} // namespace zel::test

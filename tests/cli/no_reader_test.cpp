@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// The commands on a machine without a reader.
+#include "cli/diagnosis.h"
+#include "tests/cli/run_program.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace zel::test {
+
+namespace {
+
+class NoReader : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (cli::systemReaders().empty())
+            return;
+        std::cout << "skipped: this machine has a reader" << std::endl;
+        std::exit(77);
+    }
+};
+
+TEST_F(NoReader, EveryCommandSaysWhatToDo) {
+    const Ended expected{
+        69, "", "zeltag: no reader found; plug one in, or add --sim to try a simulated one\n"};
+    for (const char* command : {"list", "read", "ping"})
+        EXPECT_EQ(runZeltag({command}), expected) << command;
+    EXPECT_EQ(runZeltag({"read", "--watch"}), expected);
+}
+
+TEST_F(NoReader, IsAnObjectOnStdoutTooWithJson) {
+    const Ended run = runZeltag({"list", "--json"});
+    EXPECT_EQ(run.exit, 69);
+    const nlohmann::json expected = {
+        {"error",
+         {{"code", "no_device"},
+          {"exit", 69},
+          {"message", "no reader found"},
+          {"hint", "plug one in, or add --sim to try a simulated one"}}}};
+    EXPECT_EQ(nlohmann::json::parse(run.out), expected);
+}
+
+} // namespace
+
+} // namespace zel::test

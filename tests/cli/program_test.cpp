@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// The program as such: version, help, wrong usage, results that can't be delivered.
+#include "tests/cli/run_program.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+namespace zel::test {
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST(Program, TellsTheVersionOfTheLibrary) {
+    EXPECT_EQ(runZeltag({"--version"}), (Ended{0, "zeltag 7.6.4\n", ""}));
+}
+
+TEST(Program, HelpGroupsTheCommandsAndShowsAnExampleEach) {
+    const Ended run = runZeltag({"--help"});
+    EXPECT_EQ(run.exit, 0);
+    EXPECT_EQ(run.err, "");
+    const auto commands = run.out.substr(run.out.find("Readers:"));
+    EXPECT_EQ(commands, "Readers:\n"
+                        "  list                  List the readers\n"
+                        "  ping                  Measure how fast a reader answers\n"
+                        "\n"
+                        "Cards:\n"
+                        "  read                  Read the card in the reader's field\n"
+                        "\n"
+                        "Examples:\n"
+                        "  zeltag list --sim\n"
+                        "  zeltag ping --device 0\n"
+                        "  zeltag read --sim --watch\n"
+                        "\n"
+                        "`zeltag COMMAND --help` tells more of a command.\n");
+}
+
+TEST(Program, HelpOfACommandShowsItsOptionsAndAnExample) {
+    const Ended run = runZeltag({"read", "--help"});
+    EXPECT_EQ(run.exit, 0);
+    for (const char* part : {"--watch", "--wait SECONDS", "--json", "--sim", "--device N",
+                             "Example:\n  zeltag read --sim --watch\n"})
+        EXPECT_TRUE(contains(run.out, part)) << part;
+}
+
+TEST(Program, FullDiskIsAnErrorOfItsOwn) {
+    const Ended expected{73, "",
+                         "zeltag: the results can't be written: No space left on device; "
+                         "check where stdout goes\n"};
+    EXPECT_EQ(runZeltag({"list", "--sim"}, Stdout::FullDisk), expected);
+    EXPECT_EQ(runZeltag({"read", "--sim", "--watch"}, Stdout::FullDisk), expected);
+    EXPECT_EQ(runZeltag({"--help"}, Stdout::FullDisk), expected);
+}
+
+TEST(Program, ClosedStdoutIsAnErrorToo) {
+    EXPECT_EQ(runZeltag({"read", "--sim"}, Stdout::Closed),
+              (Ended{73, "",
+                     "zeltag: the results can't be written: Bad file descriptor; "
+                     "check where stdout goes\n"}));
+}
+
+TEST(Program, PipeWithoutReaderDoesNotEndItSilently) {
+    EXPECT_EQ(runZeltag({"list", "--sim"}, Stdout::PipeWithoutReader),
+              (Ended{73, "",
+                     "zeltag: the results can't be written: Broken pipe; "
+                     "check where stdout goes\n"}));
+}
+
+struct WrongUsage {
+    Arguments arguments;
+    std::string line;
+};
+
+void PrintTo(const WrongUsage& usage, std::ostream* stream) {
+    *stream << "zeltag";
+    for (const std::string& argument : usage.arguments)
+        *stream << ' ' << argument;
+}
+
+class Usage : public ::testing::TestWithParam<WrongUsage> {};
+
+TEST_P(Usage, EndsWith64AndOneLine) {
+    EXPECT_EQ(runZeltag(GetParam().arguments), (Ended{64, "", GetParam().line + "\n"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Wrong, Usage,
+    ::testing::Values(
+        WrongUsage{{}, "zeltag: no command given; `zeltag --help` lists them"},
+        WrongUsage{{"frob"}, "zeltag: unknown command or option frob; `zeltag --help` shows how"},
+        WrongUsage{{"read", "--frob"},
+                   "zeltag: The following argument was not expected: --frob; "
+                   "`zeltag read --help` shows how"},
+        WrongUsage{{"ping", "--device", "127"},
+                   "zeltag: --device: Value 127 not in range 0 to 126; "
+                   "`zeltag ping --help` shows how"},
+        WrongUsage{{"ping", "--device", "-1"},
+                   "zeltag: --device: Value -1 not in range 0 to 126; "
+                   "`zeltag ping --help` shows how"},
+        WrongUsage{{"read", "--sim", "--wait", "nan"},
+                   "zeltag: --wait: SECONDS is a number from 0 to 86400, not nan; "
+                   "`zeltag read --help` shows how"},
+        WrongUsage{{"read", "--wait"},
+                   "zeltag: --wait: 1 required SECONDS missing; `zeltag read --help` shows how"},
+        WrongUsage{{"read", "--sim", "--watch", "--wait", "1"},
+                   "zeltag: --watch and --wait don't go together; --watch waits for every card"}));
+
+TEST(Usage, IsAnObjectOnStdoutTooWithJson) {
+    const Ended run = runZeltag({"read", "--wait", "x", "--json"});
+    EXPECT_EQ(run.exit, 64);
+    const auto error = nlohmann::json::parse(run.out).at("error");
+    EXPECT_EQ(error.at("code"), "usage");
+    EXPECT_EQ(error.at("exit"), 64);
+    EXPECT_EQ(run.err, "zeltag: " + error.at("message").get<std::string>() + "; " +
+                           error.at("hint").get<std::string>() + "\n");
+}
+
+} // namespace
+
+} // namespace zel::test
