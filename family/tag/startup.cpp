@@ -4,8 +4,6 @@
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr std::uint16_t kAllTransports = 65535;
@@ -46,8 +44,3 @@ void InitLocalParms() {
 void zeltag_Init() { InitLocalParms(); }
 
 void zeltag_Exit() { USBDisconnect(); }
-
-void zeltag_ZeroCardTypeListFromDevice() {
-    tsDevDat& record = zel::activeRecord();
-    std::memset(record.CardTypeList, 0, sizeof record.CardTypeList);
-}
