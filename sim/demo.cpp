@@ -2,13 +2,14 @@
 // The demonstration bench's cards and reader.
 #include "sim/demo.h"
 
+#include "sim/clock.h"
 #include "sim/tag_reader.h"
 #include "sim/usb_bus.h"
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <optional>
-#include <sys/time.h>
 
 namespace zel::sim {
 
@@ -20,11 +21,15 @@ constexpr std::uint64_t kInField = 2000; // ms of a turn with the card in the fi
 // Invented numbers.
 constexpr Card kCards[] = {card26(26, 3512), card26(77, 1001), cardOf(0x0123456789, 37)};
 
-std::uint64_t now() {
-    timeval time{};
-    gettimeofday(&time, nullptr);
-    return static_cast<std::uint64_t>(time.tv_sec) * 1000 +
-           static_cast<std::uint64_t>(time.tv_usec) / 1000;
+TagReader::Options demoOptions() {
+    TagReader::Options options;
+    options.volume = std::uint8_t{2};
+    options.partNumber = "ZT7";
+    options.firmwareVersion = "3.2";
+    options.fileName = "ZT7_0302";
+    constexpr char kSerialNumber[] = "ZT7-000-007";
+    std::copy(std::begin(kSerialNumber), std::end(kSerialNumber), options.serialNumber.begin());
+    return options;
 }
 
 } // namespace
@@ -36,10 +41,10 @@ Card demoCardAt(std::uint64_t elapsed) {
 }
 
 bool installDemo() {
-    auto reader = std::make_shared<TagReader>();
+    auto reader = std::make_shared<TagReader>(demoOptions());
     reader->settings().luid = 7;
     reader->follow([start = std::optional<std::uint64_t>()]() mutable {
-        const std::uint64_t time = now();
+        const std::uint64_t time = microseconds() / 1000;
         if (!start)
             start = time;
         return demoCardAt(time - *start);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace zel::sim {
 
@@ -20,11 +21,18 @@ public:
     // Fills the reply to the last report, without the report ID. False: the device refuses.
     virtual bool answer(std::uint8_t reportId, std::span<std::uint8_t> reply) = 0;
 
+    // A report, or the reply to the last one, was lost on the way.
+    virtual void sendLost(std::span<const std::uint8_t>) {}
+    virtual void replyLost() {}
+
     // Power came back after the device was unplugged.
     virtual void powerUp() {}
 
     // What a report means, for traces; empty when it has no name.
-    virtual const char* nameOf(std::span<const std::uint8_t> payload) const = 0;
+    virtual std::string nameOf(std::span<const std::uint8_t> payload) const = 0;
+
+    // What the device objects to in the report it has just taken, for traces; empty for nothing.
+    virtual std::string takeRemark() { return {}; }
 };
 
 } // namespace zel::sim

@@ -2,8 +2,9 @@
 // The simulated proximity reader's commands.
 #include "sim/tag_reader.h"
 
+#include "sim/tag_names.h"
+
 #include <algorithm>
-#include <iterator>
 
 namespace zel::sim {
 
@@ -11,43 +12,32 @@ namespace {
 
 constexpr std::uint8_t kCardType = 0x84;
 constexpr std::uint8_t kPage = 0x85;
+constexpr std::uint8_t kMulti = 0x89;
 constexpr std::uint8_t kLuid = 0x8A;
 constexpr std::uint8_t kService = 0x8C;
-constexpr std::uint8_t kServiceBeep = 0x03;
+constexpr std::uint8_t kServiceVolume = 0x06;
 constexpr std::uint8_t kLongId = 0x8D;
 constexpr std::uint8_t kBitCount = 0x8E;
 constexpr std::uint8_t kId = 0x8F;
 constexpr std::uint8_t kCommit = 0x90;
 constexpr std::uint8_t kFactory = 0xA0;
-constexpr std::uint8_t kSepFldSelector = 0x10; // third argument of a page command
 
-struct CommandName {
-    std::uint8_t opcode;
-    const char* name;
-};
+// Microseconds of work during which no command may come.
+constexpr std::uint64_t kFastCommit = 20'000;
+constexpr std::uint64_t kSlowCommit = 1'200'000;
+constexpr std::uint64_t kFactoryReset = 1'200'000;
+constexpr std::uint64_t kCardTypeWrite = 10'000;
+constexpr std::uint64_t kSetMove = 100'000;
 
-constexpr CommandName kNames[] = {
-    {0x80, "block 0"},
-    {0x81, "block 1"},
-    {0x82, "block 2"},
-    {0x83, "block 3"},
-    {kCardType, "card type"},
-    {kPage, "page"},
-    {0x88, "card data"},
-    {0x89, "multi"},
-    {kLuid, "LUID"},
-    {kService, "service"},
-    {kLongId, "identifier page"},
-    {kBitCount, "bit count"},
-    {kId, "identifier"},
-    {kCommit, "commit"},
-    {kFactory, "factory defaults"},
-};
-
-bool isBlock(std::uint8_t opcode) { return opcode >= 0x80 && opcode < 0x80 + TagReader::kBlocks; }
+bool isBlock(std::uint8_t opcode) { return opcode >= 0x80 && opcode <= 0x83; }
 
 bool isWritable(std::uint8_t opcode) {
     return isBlock(opcode) || opcode == kCardType || opcode == kPage || opcode == kLuid;
+}
+
+// A host asks for the volume right behind a commit, to learn how long it must wait.
+bool isAllowedWhileBusy(const TagBlock& command) {
+    return command[0] == kService && command[1] == kServiceVolume;
 }
 
 std::uint8_t low(std::uint16_t word) { return static_cast<std::uint8_t>(word); }
@@ -58,52 +48,103 @@ std::uint16_t wordOf(std::uint8_t lowByte, std::uint8_t highByte) {
 
 } // namespace
 
-TagReader::Settings TagReader::factorySettings() {
-    Settings settings = {};
-    settings.block[0] = {3, 5, 0x11, 16, 26, 0, 0x28, 0x01};
-    settings.block[1] = {0, 16, 20, 40, 1, 1, 0, 0};
-    settings.page[0] = {12, 0};
-    return settings;
+TagReader::TagReader(Options options)
+    : options_(std::move(options)), memory_(options_), services_(options_),
+      multi_(options_, memory_) {
+    removeCard();
 }
-
-TagReader::TagReader() : stored_(factorySettings()), current_(stored_) { removeCard(); }
 
 void TagReader::present(const Card& card) {
     field_ = [card] { return card; };
 }
 
-void TagReader::powerUp() {
-    current_ = stored_;
-    awaitsData_ = false;
+void TagReader::replyWith(std::vector<std::uint8_t> command, const Block& reply) {
+    fixedReplies_.emplace(fixedReplies_.begin(), std::move(command), reply);
 }
 
-const char* TagReader::nameOf(std::span<const std::uint8_t> payload) const {
-    if (payload.empty())
-        return "";
-    const auto row = std::find_if(std::begin(kNames), std::end(kNames),
-                                  [&](const CommandName& n) { return n.opcode == payload[0]; });
-    return row == std::end(kNames) ? "" : row->name;
+void TagReader::powerUp() {
+    memory_.powerUp();
+    multi_.powerUp();
+    busy_ = {};
+    command_ = {};
+    result_ = {};
+    awaitsData_ = false;
+    lostData_.reset();
+}
+
+std::string TagReader::nameOf(std::span<const std::uint8_t> payload) const {
+    return isData(payload) ? tagCommandName(command_) + " data" : tagCommandName(payload);
+}
+
+// A host whose data was lost sends the same again, or gives up and comes with another command.
+bool TagReader::isData(std::span<const std::uint8_t> payload) const {
+    return awaitsData_ && (!lostData_ || std::equal(payload.begin(), payload.end(),
+                                                    lostData_->begin(), lostData_->end()));
+}
+
+void TagReader::sendLost(std::span<const std::uint8_t> payload) {
+    if (!isData(payload) || payload.size() != command_.size())
+        return;
+    lostData_ = Block{};
+    std::copy(payload.begin(), payload.end(), lostData_->begin());
 }
 
 // A block write is its command, then its data with no fetch in between.
 bool TagReader::take(std::uint8_t reportId, std::span<const std::uint8_t> payload) {
-    if (reportId != 0 || payload.size() != data_.size())
+    if (reportId != 0 || payload.size() != command_.size())
         return false;
-    if (awaitsData_) {
-        std::copy(payload.begin(), payload.end(), data_.begin());
-        awaitsData_ = false;
-        writeData();
+    const bool takesData = isData(payload);
+    Block report;
+    std::copy(payload.begin(), payload.end(), report.begin());
+    lostData_.reset();
+    awaitsData_ = !takesData && isWritable(report[0]);
+    if (takesData) {
+        writeData(report);
         return true;
     }
-    std::copy(payload.begin(), payload.end(), command_.begin());
-    awaitsData_ = isWritable(command_[0]);
-    if (command_[0] == kCommit)
-        stored_ = current_;
-    if (command_[0] == kFactory)
-        current_ = stored_ = factorySettings();
-    if (command_[0] == kService && command_[1] == kServiceBeep)
-        beep();
+    const Block before = std::exchange(command_, report);
+    checkPause();
+    runCommand(before);
     return true;
+}
+
+void TagReader::checkPause() {
+    const std::uint64_t early = busy_.remaining();
+    if (early == 0 || isAllowedWhileBusy(command_))
+        return;
+    ++violations_;
+    lastViolation_ = tagCommandName(command_) + ", " + std::to_string(early) + " us too early";
+    remark_ = "too early";
+}
+
+void TagReader::runCommand(const Block& before) {
+    switch (command_[0]) {
+    case kMulti:
+        result_ = multi_.run(command_);
+        if (TagMulti::isMove(command_) && result_ != Block{})
+            busy_.hold(kSetMove);
+        break;
+    case kService:
+        result_ = services_.run(command_);
+        break;
+    case kCommit:
+        commit(before);
+        break;
+    case kFactory:
+        memory_.resetToFactory();
+        busy_.hold(kFactoryReset);
+        break;
+    default:
+        break;
+    }
+}
+
+// The commit that ends the transfer of a reference has nothing to save.
+void TagReader::commit(const Block& before) {
+    memory_.commit();
+    if (command_[1] == 0 && TagMulti::isReferenceEnd(before))
+        return;
+    busy_.hold(options_.writesFast() ? kFastCommit : kSlowCommit);
 }
 
 bool TagReader::answer(std::uint8_t reportId, std::span<std::uint8_t> out) {
@@ -118,32 +159,56 @@ bool TagReader::answer(std::uint8_t reportId, std::span<std::uint8_t> out) {
 TagReader::Block* TagReader::addressedBlock() {
     const std::uint8_t opcode = command_[0];
     if (isBlock(opcode))
-        return &current_.block[opcode - 0x80];
-    const bool isSepFld = opcode == kPage && command_[2] == 0 && command_[3] == kSepFldSelector;
-    return isSepFld && command_[1] < kPages ? &current_.page[command_[1]] : nullptr;
+        return &memory_.configuration().block[opcode - 0x80];
+    return opcode == kPage ? addressedPage() : nullptr;
+}
+
+// The third and the fourth byte select the fields or one of the two keys.
+TagReader::Block* TagReader::addressedPage() {
+    Configuration& configuration = memory_.configuration();
+    const std::size_t page = command_[1];
+    switch (wordOf(command_[3], command_[2])) {
+    case 0x0010:
+        return page < configuration.page.size() ? &configuration.page[page] : nullptr;
+    case 0x0100:
+        return page < configuration.key[0].size() ? &configuration.key[0][page] : nullptr;
+    case 0x1100:
+        return page < configuration.key[1].size() ? &configuration.key[1][page] : nullptr;
+    default:
+        return nullptr;
+    }
 }
 
 // The written LUID stands one byte further along than in the reply.
-void TagReader::writeData() {
+void TagReader::writeData(const Block& data) {
     if (Block* block = addressedBlock()) {
-        *block = data_;
+        *block = data;
     } else if (command_[0] == kCardType) {
-        current_.cardType = wordOf(data_[1], data_[2]);
-        current_.cardPriority = (data_[3] & 1) != 0;
+        memory_.configuration().cardType = wordOf(data[1], data[2]);
+        memory_.configuration().cardPriority = (data[3] & 1) != 0;
+        busy_.hold(kCardTypeWrite);
     } else if (command_[0] == kLuid) {
-        current_.luid = wordOf(data_[1], data_[2]);
+        memory_.current.luid = wordOf(data[1], data[2]);
     }
 }
 
 TagReader::Block TagReader::replyToLuid() const {
-    return {low(current_.luid), high(current_.luid), low(kDeviceId), high(kDeviceId)};
+    const std::uint16_t luid = memory_.current.luid;
+    return {low(luid), high(luid), low(kDeviceId), high(kDeviceId)};
 }
 
 TagReader::Block TagReader::replyToCardType() const {
-    return {0, low(current_.cardType), high(current_.cardType), current_.cardPriority};
+    const Configuration& active = memory_.configuration();
+    return {0, low(active.cardType), high(active.cardType), active.cardPriority};
 }
 
 TagReader::Block TagReader::reply() {
+    const auto fixed = std::find_if(fixedReplies_.begin(), fixedReplies_.end(), [&](auto& row) {
+        return row.first.size() <= command_.size() &&
+               std::equal(row.first.begin(), row.first.end(), command_.begin());
+    });
+    if (fixed != fixedReplies_.end())
+        return fixed->second;
     if (const Block* block = addressedBlock())
         return *block;
     switch (command_[0]) {
@@ -151,6 +216,9 @@ TagReader::Block TagReader::reply() {
         return replyToCardType();
     case kLuid:
         return replyToLuid();
+    case kMulti:
+    case kService:
+        return result_;
     case kLongId:
         return idPage(command_[1]);
     case kId:
@@ -171,7 +239,5 @@ TagReader::Block TagReader::idPage(unsigned page) {
         std::copy_n(latched_.id.begin() + page * bytes.size(), bytes.size(), bytes.begin());
     return bytes;
 }
-
-void TagReader::beep() { ++beeps_; }
 
 } // namespace zel::sim

@@ -2,11 +2,20 @@
 // A simulated proximity reader: what a real one holds, behind its 8-byte feature reports.
 #pragma once
 
+#include "sim/busy.h"
 #include "sim/card.h"
 #include "sim/device.h"
+#include "sim/tag_multi.h"
+#include "sim/tag_options.h"
+#include "sim/tag_services.h"
+#include "sim/tag_settings.h"
 
 #include <array>
 #include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace zel::sim {
 
@@ -14,20 +23,16 @@ class TagReader : public Device {
 public:
     static constexpr std::uint16_t kVendor = 0x5A3E;
     static constexpr std::uint16_t kProduct = 0x9D23;
-    static constexpr int kBlocks = 4;
-    static constexpr int kPages = 18; // of separator and field data
-    using Block = std::array<std::uint8_t, 8>;
+    static constexpr std::uint16_t kTagAdvProduct = 0x9D22;
+    static constexpr std::uint16_t kKq7Vendor = 0x6B2D;
+    static constexpr std::uint16_t kKq7Product = 0x9D25;
+    using Block = TagBlock;
+    using Configuration = TagConfiguration;
+    using Settings = TagSettings;
+    using Options = TagOptions;
 
-    // The settings that a commit keeps over a loss of power.
-    struct Settings {
-        std::array<Block, kBlocks> block;
-        std::array<Block, kPages> page;
-        std::uint16_t luid;
-        std::uint16_t cardType;
-        bool cardPriority;
-    };
-
-    TagReader();
+    TagReader() : TagReader(Options{}) {}
+    explicit TagReader(Options options);
 
     // The card in the field from now on; a card of 0 bits takes it away.
     void present(const Card& card);
@@ -36,39 +41,71 @@ public:
     // Asks `field` for the card at each read instead.
     void follow(std::function<Card()> field) { field_ = std::move(field); }
 
-    Settings& settings() { return current_; }
-    const Settings& committed() const { return stored_; }
+    // Answers each command that begins with these bytes so, whatever it does; the last one counts.
+    void replyWith(std::vector<std::uint8_t> command, const Block& reply);
+
+    // What the reader is; its kind and its form of data are set when it is made.
+    Options& options() { return options_; }
+
+    Settings& settings() { return memory_.current; }
+    const Settings& committed() const { return memory_.stored; }
+    const Settings& userDefaults() const { return memory_.user; }
+    Configuration& configuration(std::size_t n) { return memory_.current.configuration.at(n); }
+    std::size_t activeConfiguration() const { return memory_.active; }
+    void activate(std::size_t n) { memory_.active = n; }
+    static Settings factorySettings(const Options& options = {}) {
+        return tagFactorySettings(options);
+    }
+
     std::uint16_t deviceId() const { return kDeviceId; }
-    bool isRedOn() const { return (current_.block[2][0] & 1) != 0; }
-    bool isGreenOn() const { return (current_.block[2][0] & 2) != 0; }
-    int beeps() const { return beeps_; }
+    bool isRedOn() const { return (memory_.configuration().block[2][0] & 1) != 0; }
+    bool isGreenOn() const { return (memory_.configuration().block[2][0] & 2) != 0; }
+    int beeps() const { return services_.beeps(); }
+    std::uint8_t lastBeep() const { return services_.lastBeep(); }
+    const std::vector<TagReference>& references() const { return multi_.references(); }
+
+    // Commands that came while the reader was still busy, and the text of the last one.
+    int violations() const { return violations_; }
+    const std::string& lastViolation() const { return lastViolation_; }
 
     bool take(std::uint8_t reportId, std::span<const std::uint8_t> payload) override;
     bool answer(std::uint8_t reportId, std::span<std::uint8_t> reply) override;
+    void sendLost(std::span<const std::uint8_t> payload) override;
+    void replyLost() override { awaitsData_ = false; }
     void powerUp() override;
-    const char* nameOf(std::span<const std::uint8_t> payload) const override;
-
-    static Settings factorySettings();
+    std::string takeRemark() override { return std::exchange(remark_, {}); }
+    std::string nameOf(std::span<const std::uint8_t> payload) const override;
 
 private:
     static constexpr std::uint16_t kDeviceId = 0x0142;
 
-    void writeData();
+    bool isData(std::span<const std::uint8_t> payload) const;
+    void checkPause();
+    void runCommand(const Block& before);
+    void commit(const Block& before);
+    void writeData(const Block& data);
     Block reply();
     Block replyToLuid() const;
     Block replyToCardType() const;
     Block idPage(unsigned page);
     Block* addressedBlock();
-    void beep();
+    Block* addressedPage();
 
-    Settings stored_;
-    Settings current_;
+    Options options_;
+    TagMemory memory_;
+    TagServices services_;
+    TagMulti multi_;
+    Busy busy_;
     std::function<Card()> field_;
     Card latched_; // the card that the read under way delivers
     Block command_ = {};
-    Block data_ = {};
+    Block result_ = {};       // of the last service or TagPlus command
     bool awaitsData_ = false; // the next report may be the data of a block write
-    int beeps_ = 0;
+    std::optional<Block> lostData_;
+    std::vector<std::pair<std::vector<std::uint8_t>, Block>> fixedReplies_;
+    int violations_ = 0;
+    std::string lastViolation_;
+    std::string remark_;
 };
 
 } // namespace zel::sim

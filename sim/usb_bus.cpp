@@ -11,7 +11,7 @@ namespace zel::sim {
 
 namespace {
 
-constexpr long kShortAnswer = 3; // bytes
+constexpr std::size_t kShortAnswer = 3; // bytes
 
 std::string hex(std::span<const std::uint8_t> bytes) {
     std::string text;
@@ -93,9 +93,9 @@ struct BusBackend {
         std::span<const std::uint8_t> payload(data, static_cast<std::size_t>(size));
         if (reportId != 0 && !payload.empty())
             payload = payload.subspan(1);
-        bus.traceExchange(port, '>', payload, port.device->nameOf(payload));
-        const bool taken = port.present && bus.nextFault(port, true) != Fault::SendRefused &&
-                           port.device->take(reportId, payload);
+        bus.traceExchange(port, '>', payload,
+                          bus.traces_ ? port.device->nameOf(payload) : std::string());
+        const bool taken = bus.deliver(port, reportId, payload);
         if (!taken)
             bus.note("! not sent");
         return taken ? 1 : 0;
@@ -109,15 +109,12 @@ struct BusBackend {
         UsbBus::Port& port = bus.ports_[entry->port];
         std::vector<std::uint8_t> reply(static_cast<std::size_t>(*size));
         const Fault fault = bus.nextFault(port, false);
-        const bool answered =
-            port.present && fault != Fault::NoAnswer && port.device->answer(reportId, reply);
-        if (!answered) {
+        if (!UsbBus::fetch(port, fault, reportId, reply)) {
             bus.note("! no answer");
             return 0;
         }
-        if (fault == Fault::ShortAnswer)
-            *size = std::min(*size, kShortAnswer);
-        reply.resize(static_cast<std::size_t>(*size));
+        bus.spoil(fault, reply);
+        *size = static_cast<long>(reply.size());
         bus.traceExchange(port, '<', reply, "");
         std::copy(reply.begin(), reply.end(), data);
         return 1;
@@ -141,6 +138,7 @@ void UsbBus::clear() {
     ports_.clear();
     listed_.clear();
     handles_.clear();
+    random_ = {};
     trace_.clear();
     traces_ = false;
 }
@@ -183,6 +181,56 @@ void UsbBus::note(const std::string& line) {
 
 std::string UsbBus::takeTrace() { return std::exchange(trace_, {}); }
 
+void UsbBus::failExchange(std::size_t port, int n, int count) {
+    Port& target = ports_.at(port);
+    target.failsFrom = target.exchanges + n;
+    target.failsLeft = count;
+}
+
+bool UsbBus::isExchangeFailed(Port& port) {
+    ++port.exchanges;
+    if (port.failsLeft == 0 || port.exchanges < port.failsFrom)
+        return false;
+    --port.failsLeft;
+    return true;
+}
+
+bool UsbBus::deliver(Port& port, std::uint8_t reportId, std::span<const std::uint8_t> payload) {
+    const bool isFailed = isExchangeFailed(port);
+    if (!port.present)
+        return false;
+    if (nextFault(port, true) == Fault::SendRefused || isFailed) {
+        port.device->sendLost(payload);
+        return false;
+    }
+    const bool taken = port.device->take(reportId, payload);
+    if (const std::string remark = port.device->takeRemark(); !remark.empty())
+        note("! " + remark);
+    return taken;
+}
+
+bool UsbBus::fetch(Port& port, Fault fault, std::uint8_t reportId, std::span<std::uint8_t> reply) {
+    const bool isFailed = isExchangeFailed(port);
+    if (!port.present)
+        return false;
+    if (fault != Fault::NoAnswer && !isFailed)
+        return port.device->answer(reportId, reply);
+    port.device->replyLost();
+    return false;
+}
+
+void UsbBus::spoil(Fault fault, std::vector<std::uint8_t>& reply) {
+    const auto randomByte = [this] { return static_cast<std::uint8_t>(random_()); };
+    if (fault == Fault::ShortAnswer)
+        reply.resize(std::min(reply.size(), kShortAnswer));
+    if (fault == Fault::WrongByte && !reply.empty())
+        reply[random_() % reply.size()] ^= static_cast<std::uint8_t>(1 + random_() % 255);
+    if (fault == Fault::Garbage)
+        std::generate(reply.begin(), reply.end(), randomByte);
+    if (fault == Fault::AllOnes)
+        std::fill(reply.begin(), reply.end(), std::uint8_t{0xFF});
+}
+
 // A fault counts the exchanges of its own direction only.
 Fault UsbBus::nextFault(Port& port, bool isSend) {
     if (port.faultsLeft == 0 || isSend != (port.fault == Fault::SendRefused))
@@ -203,13 +251,13 @@ UsbBus::Handle* UsbBus::find(void* handle) {
 }
 
 void UsbBus::traceExchange(const Port& port, char direction, std::span<const std::uint8_t> bytes,
-                           const char* name) {
+                           const std::string& name) {
     if (!traces_)
         return;
     const auto which = &port - ports_.data();
     std::string line = ports_.size() > 1 ? std::to_string(which) : "";
     line = line + direction + ' ' + hex(bytes);
-    if (*name != '\0')
+    if (!name.empty())
         line.append("  ").append(name);
     note(line);
 }

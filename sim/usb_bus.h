@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,9 @@ enum class Fault {
     SendRefused, // a report can't be set
     NoAnswer,    // a report can't be fetched
     ShortAnswer, // three bytes of the reply arrive
+    WrongByte,   // one byte of the reply, any of them, is another
+    Garbage,     // the reply is random bytes
+    AllOnes,     // the reply is 0xFF everywhere
 };
 
 struct UsbIdentity {
@@ -52,6 +56,16 @@ public:
     void failOpens(std::size_t port, bool fails);
     void fail(std::size_t port, Fault fault, int count = 1, int after = 0);
 
+    // Lets the n-th exchange from now on fail, a send or a get, and `count` - 1 more behind it; the
+    // next exchange is the first. Apart from fail().
+    void failExchange(std::size_t port, int n, int count = 1);
+
+    // Sends and gets since the device was plugged in, those that failed among them.
+    int exchanges(std::size_t port) const { return ports_.at(port).exchanges; }
+
+    // Starts the random bytes of the faults anew.
+    void seed(std::uint32_t number) { random_.seed(number); }
+
     int openHandles() const;
 
     // Records every open, close and exchange as a line of text, until clear().
@@ -71,6 +85,9 @@ private:
         Fault fault = Fault::None;
         int faultsLeft = 0;
         int faultsAfter = 0;
+        int exchanges = 0;
+        int failsFrom = 0; // number of the first exchange that fails
+        int failsLeft = 0;
     };
     struct Handle {
         std::size_t port;
@@ -78,13 +95,19 @@ private:
     };
 
     Fault nextFault(Port& port, bool isSend);
+    static bool isExchangeFailed(Port& port);
+    static bool fetch(Port& port, Fault fault, std::uint8_t reportId,
+                      std::span<std::uint8_t> reply);
+    void spoil(Fault fault, std::vector<std::uint8_t>& reply);
+    bool deliver(Port& port, std::uint8_t reportId, std::span<const std::uint8_t> payload);
     Handle* find(void* handle);
     void traceExchange(const Port& port, char direction, std::span<const std::uint8_t> bytes,
-                       const char* name);
+                       const std::string& name);
 
     std::vector<Port> ports_;
     std::vector<std::size_t> listed_;
     std::vector<Handle> handles_; // a library handle is an index plus one
+    std::mt19937 random_;
     std::string trace_;
     bool traces_ = false;
 };

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The simulated reader by itself, against its wire format.
-#include "sim/tag_reader.h"
-
 #include "sim/demo.h"
-
-#include <gtest/gtest.h>
+#include "tests/sim/simulated_reader.h"
 
 using namespace zel::sim;
 
@@ -14,18 +11,10 @@ using Block = TagReader::Block;
 
 class SimulatedReader : public ::testing::Test {
 protected:
-    Block query(const Block& command) {
-        EXPECT_TRUE(reader_.take(0, command));
-        Block reply = {};
-        EXPECT_TRUE(reader_.answer(0, reply));
-        return reply;
-    }
-    void write(const Block& command, const Block& data) {
-        EXPECT_TRUE(reader_.take(0, command));
-        EXPECT_TRUE(reader_.take(0, data));
-    }
+    Block query(const Block& command) { return reader_.query(command); }
+    void write(const Block& command, const Block& data) { reader_.write(command, data); }
 
-    TagReader reader_;
+    zel::test::SpokenReader reader_;
 };
 
 } // namespace
@@ -101,7 +90,8 @@ TEST_F(SimulatedReader, TakesACardType) {
 TEST_F(SimulatedReader, AFetchEndsABlockQuery) {
     query({0x80});
     query({0x81});
-    EXPECT_EQ(reader_.settings().block[0], TagReader::factorySettings().block[0]);
+    EXPECT_EQ(reader_.settings().configuration[0].block[0],
+              TagReader::factorySettings().configuration[0].block[0]);
 }
 
 TEST_F(SimulatedReader, KeepsOnlyWhatWasCommittedOverALossOfPower) {
@@ -115,7 +105,7 @@ TEST_F(SimulatedReader, KeepsOnlyWhatWasCommittedOverALossOfPower) {
 TEST_F(SimulatedReader, ReturnsToFactoryDefaults) {
     write({0x80}, {9, 9, 9, 9, 9, 9, 9, 9});
     reader_.take(0, Block{0xA0});
-    EXPECT_EQ(query({0x80}), TagReader::factorySettings().block[0]);
+    EXPECT_EQ(query({0x80}), TagReader::factorySettings().configuration[0].block[0]);
 }
 
 TEST_F(SimulatedReader, CountsItsBeeps) {
@@ -138,4 +128,31 @@ TEST(Demonstration, ShowsThreeCardsInTurnWithAGapBehindEach) {
     EXPECT_NE(demoCardAt(3000).id, demoCardAt(0).id);
     EXPECT_EQ(demoCardAt(6000).bits, 37);
     EXPECT_EQ(demoCardAt(9000).id, demoCardAt(0).id);
+}
+
+TEST_F(SimulatedReader, TakesLostDataWhenItIsSentAgain) {
+    reader_.take(0, Block{0x83});
+    reader_.sendLost(Block{1, 2, 3});
+    EXPECT_TRUE(reader_.take(0, Block{1, 2, 3}));
+    EXPECT_EQ(query({0x83}), (Block{1, 2, 3}));
+}
+
+TEST_F(SimulatedReader, TakesTheNextCommandAsOneWhenTheHostGaveUpOnLostData) {
+    reader_.take(0, Block{0x83});
+    reader_.sendLost(Block{1, 2, 3});
+    write({0x82}, {4, 5, 6});
+    EXPECT_EQ(query({0x83}), Block{});
+    EXPECT_EQ(query({0x82}), (Block{4, 5, 6}));
+}
+
+TEST_F(SimulatedReader, TakesTheNextCommandAsOneWhenTheReplyBeforeWasLost) {
+    reader_.take(0, Block{0x83});
+    reader_.replyLost();
+    EXPECT_EQ(query({0x8A}), (Block{0, 0, 0x42, 0x01}));
+    EXPECT_EQ(query({0x83}), Block{});
+}
+
+TEST_F(SimulatedReader, LosesACommandWithoutHarm) {
+    reader_.sendLost(Block{0x83});
+    EXPECT_EQ(query({0x8A}), (Block{0, 0, 0x42, 0x01}));
 }

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// A simulated proximity reader's services: beeps, names and numbers, volume, radio.
+#pragma once
+
+#include "sim/tag_settings.h"
+
+namespace zel::sim {
+
+class TagServices {
+public:
+    explicit TagServices(TagOptions& options) : options_(options) {}
+
+    // Carries a service command out; the result is the reply, all zeros where the reader has no
+    // such service.
+    TagBlock run(const TagBlock& command);
+
+    int beeps() const { return beeps_; }
+    std::uint8_t lastBeep() const { return lastBeep_; }
+
+private:
+    TagBlock beep(std::uint8_t code);
+    TagBlock nameCharacter(std::uint8_t which, std::uint8_t index) const;
+    TagBlock serialNumberPage(std::size_t page) const;
+    TagBlock volume() const;
+    TagBlock setVolume(const TagBlock& command);
+    TagBlock radio() const;
+    TagBlock setRadio(const TagBlock& command);
+
+    TagOptions& options_;
+    int beeps_ = 0;
+    std::uint8_t lastBeep_ = 0;
+};
+
+} // namespace zel::sim
