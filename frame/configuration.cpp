@@ -1,19 +1,40 @@
 // SPDX-License-Identifier: MIT
-// The exported calls on a whole configuration and its records, as far as a product serves them.
+// The exported calls on a whole configuration.
+#include "family/tag/multi_config.h"
+#include "family/tag/read_config.h"
+#include "family/tag/write_config.h"
+#include "frame/dispatch.h"
 #include "frame/lock.h"
-#include "frame/state.h"
 #include "frame/zelTagAPI.h"
 
 using namespace zel;
 
+namespace {
+
+// Stored sets of configurations.
+constexpr int kCurrent = 1;
+constexpr int kUser = 2;
+constexpr int kFactory = 3;
+
+} // namespace
+
 int ReadCfg() {
     const LibraryLock lock;
-    return hasActiveDevice() ? unsupportedValue() : 0;
+    return hasActiveDevice() ? forTag(zeltag_ReadCfg) : 0;
 }
 
 int WriteCfg() {
     const LibraryLock lock;
-    return hasActiveDevice() ? unsupportedValue() : 0;
+    return hasActiveDevice() ? forTag(zeltag_WriteCfg) : 0;
 }
 
-int GetFlags2(struct sCfgFlags2*) { return unsupportedValue(); }
+int ResetFactoryDflts() { return forTag(zeltag_ResetFactoryDflts); }
+
+int ResetUserDflts() { return forTag(PlusBlockMove, kUser, kCurrent); }
+
+int SaveUserDflts() { return forTag(PlusBlockMove, kCurrent, kUser); }
+
+int zelTagPlusDefaults() {
+    forTag(PlusBlockMove, kFactory, kUser);
+    return forTag(PlusBlockMove, kFactory, kCurrent);
+}

@@ -1,72 +1,54 @@
 // SPDX-License-Identifier: MIT
 // Defines the exported data.
+#include "frame/exported.h"
 #include "frame/state.h"
 
 #include <new>
 
-// The library reaches a variable as zelTagAPI_NAME; its told name is a weak alias of that.
-#ifdef __ELF__
-#define ZEL_LABEL(name) __asm__("zelTagAPI_" #name)
-#define ZEL_ALIAS(name)                                                                            \
-    extern "C" ZELTAGAPI_EXPORT decltype(name) zelAlias_##name __asm__(#name)                      \
-        __attribute__((weak, alias("zelTagAPI_" #name)));
-#else
-#define ZEL_LABEL(name) __asm__("_" #name)
-#define ZEL_ALIAS(name)
-#endif
-
-// One row a variable: its name and its constant initial value. Types stand in the header.
-#define ZEL_EXPORTED_DATA(DATA)                                                                    \
-    DATA(iActDev, 0)                                                                               \
-    DATA(iDevsFnd, 0)                                                                              \
-    DATA(cbIndex, 0)                                                                               \
-    DATA(pDevDat, DevDat)                                                                          \
-    DATA(iCnctDevType, 65535)                                                                      \
-    DATA(lLastCnctErr, 0)                                                                          \
-    DATA(lLastICSWErr, 0)                                                                          \
-    DATA(tcpipUSBmode, false)                                                                      \
-    DATA(useACPMode, 0)                                                                            \
-    DATA(zelTagVidPid, {})                                                                         \
-    DATA(listIndex, 0)                                                                             \
-    DATA(VidPidVersion, {})                                                                        \
-    DATA(path, {})                                                                                 \
-    DATA(iComPortMin, 1)                                                                           \
-    DATA(iComPortMax, 8)                                                                           \
-    DATA(iVirtualComPortMin, 1)                                                                    \
-    DATA(iVirtualComPortMax, 256)                                                                  \
-    DATA(LinuxDevPath, {})                                                                         \
-    DATA(baudrate, 9600)                                                                           \
-    DATA(defaultbaudrate, 9600)                                                                    \
-    DATA(ipAdr0, 0)                                                                                \
-    DATA(ipAdr1, 0)                                                                                \
-    DATA(ipAdr2, 0)                                                                                \
-    DATA(ipAdr3, 0)                                                                                \
-    DATA(ipPortNum, 0)                                                                             \
-    DATA(activeIDBuf, {})                                                                          \
-    DATA(activeIDBufSz, 0)                                                                         \
-    DATA(activeCardDataBuf, {})                                                                    \
-    DATA(QueuedID, {})                                                                             \
-    DATA(enhanceSecurityFlagCurrFWState, false)                                                    \
-    DATA(gsSonarParms2, {})                                                                        \
-    DATA(gsWalkAwayParms2, {})                                                                     \
-    DATA(gsWalkUpParms2, {})                                                                       \
-    DATA(gsIdleParms2, {})                                                                         \
-    DATA(gsRangeInfo2, {})                                                                         \
-    DATA(ReaderIsLark, 0)                                                                          \
-    DATA(giTargetMicro, 0)                                                                         \
-    DATA(fastBootloader, 0)                                                                        \
-    DATA(delayNextLine, 0)                                                                         \
-    DATA(errorCodes, nullptr)                                                                      \
-    DATA(zelLock, {})                                                                              \
-    DATA(Attr, {})
-
-#define ZEL_DEFINE(name, ...)                                                                      \
-    constinit decltype(name) name = __VA_ARGS__;                                                   \
-    ZEL_ALIAS(name)
-
-constinit decltype(DevDat) DevDat = {};
-ZEL_ALIAS(DevDat)
-ZEL_EXPORTED_DATA(ZEL_DEFINE)
+// One row a variable: its name and its constant initial value.
+ZEL_EXPORTED(DevDat, {})
+ZEL_EXPORTED(iActDev, 0)
+ZEL_EXPORTED(iDevsFnd, 0)
+ZEL_EXPORTED(cbIndex, 0)
+ZEL_EXPORTED(pDevDat, DevDat)
+ZEL_EXPORTED(iCnctDevType, 65535)
+ZEL_EXPORTED(lLastCnctErr, 0)
+ZEL_EXPORTED(lLastICSWErr, 0)
+ZEL_EXPORTED(tcpipUSBmode, false)
+ZEL_EXPORTED(useACPMode, 0)
+ZEL_EXPORTED(zelTagVidPid, {})
+ZEL_EXPORTED(listIndex, 0)
+ZEL_EXPORTED(VidPidVersion, {})
+ZEL_EXPORTED(path, {})
+ZEL_EXPORTED(iComPortMin, 1)
+ZEL_EXPORTED(iComPortMax, 8)
+ZEL_EXPORTED(iVirtualComPortMin, 1)
+ZEL_EXPORTED(iVirtualComPortMax, 256)
+ZEL_EXPORTED(LinuxDevPath, {})
+ZEL_EXPORTED(baudrate, 9600)
+ZEL_EXPORTED(defaultbaudrate, 9600)
+ZEL_EXPORTED(ipAdr0, 0)
+ZEL_EXPORTED(ipAdr1, 0)
+ZEL_EXPORTED(ipAdr2, 0)
+ZEL_EXPORTED(ipAdr3, 0)
+ZEL_EXPORTED(ipPortNum, 0)
+ZEL_EXPORTED(activeIDBuf, {})
+ZEL_EXPORTED(activeIDBufSz, 0)
+ZEL_EXPORTED(activeCardDataBuf, {})
+ZEL_EXPORTED(QueuedID, {})
+ZEL_EXPORTED(enhanceSecurityFlagCurrFWState, false)
+ZEL_EXPORTED(gsSonarParms2, {})
+ZEL_EXPORTED(gsWalkAwayParms2, {})
+ZEL_EXPORTED(gsWalkUpParms2, {})
+ZEL_EXPORTED(gsIdleParms2, {})
+ZEL_EXPORTED(gsRangeInfo2, {})
+ZEL_EXPORTED(ReaderIsLark, 0)
+ZEL_EXPORTED(giTargetMicro, 0)
+ZEL_EXPORTED(fastBootloader, 0)
+ZEL_EXPORTED(delayNextLine, 0)
+ZEL_EXPORTED(errorCodes, nullptr)
+ZEL_EXPORTED(zelLock, {})
+ZEL_EXPORTED(Attr, {})
 
 namespace {
 struct TextStorage {

@@ -4,6 +4,7 @@
 #include "frame/zelTagAPI.h"
 
 #include <cstring>
+#include <string_view>
 
 using namespace zel;
 
@@ -31,11 +32,29 @@ int GetDevName(char* name) {
     if (!hasActiveDevice() || !name)
         return unsupportedValue();
     const char* const kept = activeRecord().szDevName;
-    const std::size_t length = strnlen(kept, ZELTAGAPI_NAME_SIZE - 1);
-    std::memcpy(name, kept, length);
-    name[length] = '\0';
+    const std::string_view text(kept, strnlen(kept, ZELTAGAPI_NAME_SIZE - 1));
+    name[text.copy(name, text.size())] = '\0';
     return kUsbPortNumber;
 }
+
+int nv_GetDevName(char* name) { return static_cast<std::int16_t>(GetDevName(name)); }
+
+// Reads the record in place; index 512 is its end.
+int getDevName_char(short index) {
+    const bool inside = index >= 0 && index < ZELTAGAPI_NAME_SIZE;
+    return hasActiveDevice() && inside ? static_cast<unsigned char>(activeRecord().szDevName[index])
+                                       : 0;
+}
+
+// Upward from `start`; the numbers are compared as 16 bits.
+int GetDevByLUID(short luid, short start) {
+    for (int index = start; index >= 0 && index < iDevsFnd && index < kMaxDevices; ++index)
+        if (DevDat[index].iLUID == static_cast<std::uint16_t>(luid))
+            return index;
+    return -1;
+}
+
+int nv_GetDevType() { return GetDevType(); }
 
 int GetDevType() { return static_cast<std::int16_t>(activeRecord().iDevType); }
 

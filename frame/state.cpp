@@ -18,6 +18,8 @@ constexpr std::uint8_t kOldSepFldHeader = 12;
 
 bool hasActiveDevice() { return iActDev >= 0 && iActDev < iDevsFnd && iActDev < kMaxDevices; }
 
+bool hasActiveTag() { return hasActiveDevice() && activeRecord().iProduct == kTag; }
+
 tsDevDat& activeRecord() {
     const int index = iActDev;
     return DevDat[index >= 0 && index < kMaxDevices ? index : 0];
@@ -25,6 +27,10 @@ tsDevDat& activeRecord() {
 
 const tsTagCfg& activeConfig(const tsDevDat& record) {
     return record.Cfg[record.iActConfig < ZELTAGAPI_MAX_CONFIGS ? record.iActConfig : 0];
+}
+
+tsTagCfg& activeConfig(tsDevDat& record) {
+    return const_cast<tsTagCfg&>(activeConfig(static_cast<const tsDevDat&>(record)));
 }
 
 std::int16_t unsupportedValue() { return gUnsupportedErr; }

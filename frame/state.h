@@ -13,6 +13,18 @@ constexpr int kMaxDevices = ZELTAGAPI_MAX_DEVICES;
 // Product codes, as iProduct of a record holds them.
 enum Product : std::uint32_t { kNoProduct = 0, kTag = 1, kBand = 2, kEcho = 4 };
 
+// Bit of lLastCnctErr: no device where one was looked for, or one whose first read failed.
+constexpr std::uint64_t kConnectFailed = 0x10000;
+
+// Values of iCnctDevType: which transports a connect tries.
+enum Search : std::uint16_t { kUsb = 0, kSerial = 1, kNetwork = 2, kAllTransports = 65535 };
+
+// Whether a connect tries USB.
+inline bool searchesUsb() { return iCnctDevType == kUsb || iCnctDevType == kAllTransports; }
+
+// Whether the active device is a proximity reader.
+bool hasActiveTag();
+
 // The value of hDev in a record that holds no USB handle.
 inline void* noHandle() { return reinterpret_cast<void*>(UINTPTR_MAX); }
 
@@ -30,6 +42,7 @@ tsDevDat& activeRecord();
 
 // The configuration that a record's iActConfig selects; configuration 0 for an index outside.
 const tsTagCfg& activeConfig(const tsDevDat& record);
+tsTagCfg& activeConfig(tsDevDat& record);
 
 // The value of a call that nothing can serve.
 std::int16_t unsupportedValue();

@@ -18,6 +18,7 @@
 #define ZELTAGAPI_H
 
 #include "frame/zelTagExport.h"
+#include "frame/zelTagRecords.h"
 
 #include <stdbool.h>
 #include <stdint.h>
@@ -86,12 +87,22 @@ ZELTAGAPI_EXPORT void DebugDump(void);
 
 /* ---- Errors ---- */
 
-/** Bits of the error word that GetLastLibErr() returns, as far as the calls of this header set
- * them. */
-enum {
-    /** A card's identifier could not be read: a feature report failed, or the buffer was null. */
-    ZELTAGAPI_ERR_ID_READ = 0x1000000
-};
+/* Bits of the error word that GetLastLibErr() returns. */
+
+#define ZELTAGAPI_ERR_NULL 0x1          /**< a null record was passed */
+#define ZELTAGAPI_ERR_NEVER_READ 0x2    /**< the configuration was never read */
+#define ZELTAGAPI_ERR_READ 0x20000      /**< reading the configuration failed */
+#define ZELTAGAPI_ERR_WRITE 0x40000     /**< writing the configuration failed */
+#define ZELTAGAPI_ERR_RESET 0x80000     /**< the reset could not be sent */
+#define ZELTAGAPI_ERR_GET 0x100000      /**< a get of a record failed, with a reason */
+#define ZELTAGAPI_ERR_SET 0x200000      /**< a set of a record failed, with a reason or a code */
+#define ZELTAGAPI_ERR_SERVICE 0x1000000 /**< a report of a service failed */
+#define ZELTAGAPI_ERR_ID_READ 0x1000000 /**< the identifier could not be read, or a null buffer */
+#define ZELTAGAPI_ERR_SET_RADIO 0x20000000    /**< the radio could not be set */
+#define ZELTAGAPI_ERR_GET_RADIO 0x40000000    /**< the radio could not be asked */
+#define ZELTAGAPI_ERR_FILE_NAME 0x50000000    /**< the firmware file name could not be read */
+#define ZELTAGAPI_ERR_FULL_VERSION 0x70000000 /**< the firmware version could not be read */
+#define ZELTAGAPI_ERR_REFERENCE 0x80000000    /**< a key or file reference could not be written */
 
 /** @return the error word of the active device, told by its last operation, 0 for none; without an
  * active device the unsupported value. No device traffic; no lock. */
@@ -113,6 +124,45 @@ enum { ZELTAG_USB_VENDOR = 0x5A3E, ZELTAG_USB_PRODUCT = 0x9D23 };
 
 /** Product codes of GetProduct(). */
 enum { ZELTAGAPI_ZELTAG = 1, ZELTAGAPI_ZELBAND = 2, ZELTAGAPI_ZELECHO = 4 };
+
+/** Chooses which products a connect tries.
+ * @param mask bits ZELTAGAPI_ZELTAG, ZELTAGAPI_ZELBAND, ZELTAGAPI_ZELECHO; all at start
+ * @return always 1 */
+ZELTAGAPI_EXPORT int SetConnectProduct(unsigned int mask);
+
+/** Chooses which transports a connect tries: 0 USB, 1 serial, 2 TCP, 65535 or -1 all.
+ * @return 1, or 0 for another value, which changes nothing */
+ZELTAGAPI_EXPORT int SetDevTypeSrch(short type);
+
+/** Finds the devices and reads the configuration of each, so that the calls on records need no
+ * traffic afterwards; of a multi-configuration reader behind device 0 only the active
+ * configuration: SetActDev() and ReadCfg() read its others. Device 0 is the active one. Closes
+ * nothing: call USBDisconnect() before a second connect. Reads the device filter list first. Locks.
+ * @param did null, or receives the device ID of device 0
+ * @return 1; 0 when there is none, or when a device's configuration can't be read: then GetDevCnt()
+ * tells how many were found, and `lLastCnctErr` has bit 0x10000 */
+ZELTAGAPI_EXPORT int USBConnect(int64_t* did);
+
+/** As USBConnect() without a place for the device ID. */
+ZELTAGAPI_EXPORT int usbConnect(void);
+
+/** Reads the device filter list: "zelTagVIDPID.txt" of the working directory, else
+ * "/home/norvane/zelTagVidPid.txt", else nine fixed lines. USBConnect() does so by itself. */
+ZELTAGAPI_EXPORT void LoadzelTagVidPidListFile(void);
+
+/** @return the name that the filter list gives the active device, "5A3E:9D23 Norvanex" for the
+ * built-in identity and with no device; empty for a device that isn't a USB proximity reader */
+ZELTAGAPI_EXPORT const char* GetVidPidVendorName(void);
+
+/** @return a character of GetVidPidVendorName(), 0 from its end on */
+ZELTAGAPI_EXPORT int getVidPidVendorName_char(short index);
+
+/** @return the filter list's mask for the active device; the list hands it on and doesn't use it.
+ * @param index 1 has data; 0 yields 0 */
+ZELTAGAPI_EXPORT int64_t GetVidPidFilterMask(int index);
+
+/** @return the compare value that belongs to GetVidPidFilterMask() */
+ZELTAGAPI_EXPORT int64_t GetVidPidFilterCompare(int index);
 
 /** Scans USB for proximity readers and appends each to the device table.
  * Only ZELTAG_USB_VENDOR with ZELTAG_USB_PRODUCT finds any, the readers of the device filter list
@@ -154,6 +204,21 @@ ZELTAGAPI_EXPORT int GetDevType(void);
  * no active device or a null `name` */
 ZELTAGAPI_EXPORT int GetDevName(char* name);
 
+/** As GetDevName(), with a 16-bit result. */
+ZELTAGAPI_EXPORT int nv_GetDevName(char* name);
+
+/** @return a character of the active device's name, index 0 to 511; else 0 */
+ZELTAGAPI_EXPORT int getDevName_char(short index);
+
+/** As GetDevType(). */
+ZELTAGAPI_EXPORT int nv_GetDevType(void);
+
+/** Finds a device by its logical unit ID, since the order of devices is undefined.
+ * @param luid the ID
+ * @param start first index to look at, at least 0; go on behind a hit when IDs repeat
+ * @return its index, or -1 */
+ZELTAGAPI_EXPORT int GetDevByLUID(short luid, short start);
+
 /** @return the device ID that the active device reported; without a device that of record 0 */
 ZELTAGAPI_EXPORT int GetDID(void);
 
@@ -172,21 +237,214 @@ ZELTAGAPI_EXPORT int64_t GetSN(void);
 
 /* ---- Configuration ---- */
 
-/** Reads the active device's configuration into the library. Locks. No product offers it yet.
- * @return 0 with no active device, else the unsupported value */
+/** Reads the active device's whole configuration into the library: for a proximity reader its LUID,
+ * four blocks, field data and texts, once for each of its configurations. Locks.
+ * @return 1; 0 with no active device or with ZELTAGAPI_ERR_READ; the unsupported value for another
+ * product */
 ZELTAGAPI_EXPORT int ReadCfg(void);
 
-/** Writes what was changed of the configuration to the active device. Locks. No product offers it
- * yet.
- * @return 0 with no active device, else the unsupported value */
+/** Writes what was changed of the configuration to the active device and lets it commit; pauses 20
+ * ms or 1.2 s for each configuration, as the reader needs. Locks.
+ * @return 1; 0 with no active device or with ZELTAGAPI_ERR_WRITE; the unsupported value for another
+ * product */
 ZELTAGAPI_EXPORT int WriteCfg(void);
 
-struct sCfgFlags2;
+/** Returns the active reader to its factory defaults, pauses 1.2 s and reads the configuration
+ * back. Not locked.
+ * @return 1, or 0 with ZELTAGAPI_ERR_RESET or ZELTAGAPI_ERR_READ */
+ZELTAGAPI_EXPORT int ResetFactoryDflts(void);
 
-/** Copies the second set of flags out of the library. No product offers it yet.
- * @param flags receives the record
- * @return the unsupported value */
-ZELTAGAPI_EXPORT int GetFlags2(struct sCfgFlags2* flags);
+/** Lets a multi-configuration reader return to its user defaults; pauses 100 ms. Read the
+ * configuration afterwards.
+ * @return 1, or 0 for a failure or a reader of another kind */
+ZELTAGAPI_EXPORT int ResetUserDflts(void);
+
+/** Lets a multi-configuration reader keep its current settings as user defaults; pauses 100 ms.
+ * @return as ResetUserDflts() */
+ZELTAGAPI_EXPORT int SaveUserDflts(void);
+
+/** Lets a multi-configuration reader copy its factory defaults over its user defaults and its
+ * current settings; pauses 100 ms each.
+ * @return as ResetUserDflts(), of the second copy */
+ZELTAGAPI_EXPORT int zelTagPlusDefaults(void);
+
+/* The calls below work on the active configuration of the active proximity reader, in memory: no
+ * device traffic, no lock. They return 1; 0 with the reason in the error word; the unsupported
+ * value without such a reader.
+ *
+ * A get copies a record out. It fails with ZELTAGAPI_ERR_GET and ZELTAGAPI_ERR_NULL for a null
+ * record or ZELTAGAPI_ERR_NEVER_READ before the first ReadCfg().
+ *
+ * A set checks the record, copies it in and marks it for WriteCfg(). It fails with
+ * ZELTAGAPI_ERR_SET and ZELTAGAPI_ERR_NULL, or the code of the first word out of range: that word's
+ * range stands at the call. Words without a range take any value. */
+
+/** Copies the first set of flags out. */
+ZELTAGAPI_EXPORT int GetFlags(struct sCfgFlags* record);
+/** Sets the first set of flags. */
+ZELTAGAPI_EXPORT int SetFlags(struct sCfgFlags* record);
+/** Copies the second set of flags out. */
+ZELTAGAPI_EXPORT int GetFlags2(struct sCfgFlags2* record);
+/** Sets the second set of flags; isASCIIpresent comes from the reader alone. */
+ZELTAGAPI_EXPORT int SetFlags2(struct sCfgFlags2* record);
+/** Copies the third set of flags out. */
+ZELTAGAPI_EXPORT int GetFlags3(struct sCfgFlags3* record);
+/** Sets the third set of flags. bNotBootDev reaches the reader only when another record marks its
+ * block. */
+ZELTAGAPI_EXPORT int SetFlags3(struct sCfgFlags3* record);
+/** Copies the bit counts out. */
+ZELTAGAPI_EXPORT int GetIDBitCnts(struct sIDBitCnts* record);
+/** Sets the bit counts: parity at most 15, or 142 where ExFeatures01 has bit 7 (codes 0x1010,
+ * 0x1011); iIDBitCnt 1 to 255 (0x1012), cut to seven bits on its way to the reader; iTotalBitCnt 26
+ * to 255 (0x1013). */
+ZELTAGAPI_EXPORT int SetIDBitCnts(struct sIDBitCnts* record);
+/** Copies the display settings out. */
+ZELTAGAPI_EXPORT int GetIDDispParms(struct sIDDispParms* record);
+/** Sets the display settings: delimiters at most 255 (codes 0x1020, 0x1021), lengths at most 25
+ * (0x1022, 0x1023). */
+ZELTAGAPI_EXPORT int SetIDDispParms(struct sIDDispParms* record);
+/** Copies the lead and card-gone characters out. */
+ZELTAGAPI_EXPORT int GetIDDispParms2(struct sIDDispParms2* record);
+/** Sets the lead and card-gone characters: iLeadChrCnt at most 3 (code 0x1050). */
+ZELTAGAPI_EXPORT int SetIDDispParms2(struct sIDDispParms2* record);
+/** Copies the trail characters out. */
+ZELTAGAPI_EXPORT int GetIDDispParms3(struct sIDDispParms3* record);
+/** Sets the trail characters: iTrailChrCnt at most 3 (code 0x1050); leads and trails beyond three
+ * together are cut, leads first served. */
+ZELTAGAPI_EXPORT int SetIDDispParms3(struct sIDDispParms3* record);
+/** Copies the times out, in milliseconds. */
+ZELTAGAPI_EXPORT int GetTimeParms(struct sTimeParms* record);
+/** Sets the times: iBitStrmTO and the key times at most 1020 ms in steps of 4 (codes 0x1030,
+ * 0x1033, 0x1034), iIDHoldTO and iIDLockOutTm at most 12750 ms in steps of 50 (0x1031, 0x1032). The
+ * record's iTPCfgFlg3 is thrown away. */
+ZELTAGAPI_EXPORT int SetTimeParms(struct sTimeParms* record);
+/** Copies the LED settings out. */
+ZELTAGAPI_EXPORT int GetLEDCtrl(struct sLEDCtrl* record);
+/** Sets the LEDs. With bVolatile they change at once (two reports out) and nothing is marked;
+ * whether that went well isn't told. */
+ZELTAGAPI_EXPORT int SetLEDCtrl(struct sLEDCtrl* record);
+/** Copies the beeper and relay settings out. */
+ZELTAGAPI_EXPORT int GetBprRlyCtrl(struct sBprRlyCtrl* record);
+/** Sets beeper and relay, with bVolatile as for SetLEDCtrl(). */
+ZELTAGAPI_EXPORT int SetBprRlyCtrl(struct sBprRlyCtrl* record);
+/** Copies the field and separator data out.
+ * @param buffer 128 bytes
+ * @param size at least 128, else 0 with no error word */
+ZELTAGAPI_EXPORT int GetSepFldData(struct uSFD* buffer, short size);
+/** Sets the field and separator data of a configuration that was read.
+ * @param buffer 128 bytes
+ * @param size at least 128, else 0 with no error word */
+ZELTAGAPI_EXPORT int SetSepFldData(struct uSFD* buffer, short size);
+/** Sets the two key values of 16 bytes; they go to the reader with the field data. */
+ZELTAGAPI_EXPORT int SetHashKeyData(struct sHashKeyData* record);
+
+/** Sets a keyboard option of block 3. */
+ZELTAGAPI_EXPORT int SetAZERTYShiftLock(short value);
+/** @return the option, 16 bits */
+ZELTAGAPI_EXPORT int GetAZERTYShiftLock(void);
+/** Sets a display option of block 3. */
+ZELTAGAPI_EXPORT int SetExtendedPrecisionMath(short value);
+/** @return the option, 16 bits */
+ZELTAGAPI_EXPORT int GetExtendedPrecisionMath(void);
+/** Holds a value that no report and no file carries. @return 1, or 0 without a proximity reader */
+ZELTAGAPI_EXPORT int Set64BytesInPackets(short value);
+/** @return the value held, or 0 */
+ZELTAGAPI_EXPORT int Get64BytesInPackets(void);
+/** As Set64BytesInPackets(). */
+ZELTAGAPI_EXPORT int SetEasyReadMode(short value);
+/** @return the value held, or 0 */
+ZELTAGAPI_EXPORT int GetEasyReadMode(void);
+/** As Set64BytesInPackets(). */
+ZELTAGAPI_EXPORT int SetPrependCSN(short value);
+/** @return the value held, or 0 */
+ZELTAGAPI_EXPORT int GetPrependCSN(void);
+/** @return 128 when the reader's enhanced security flag is set, 0 when not; of configuration 0,
+ * whichever is active */
+ZELTAGAPI_EXPORT int GetEnhanceSecurityFlag(void);
+/** Sets that flag; it goes to the reader with the field data of configuration 0. */
+ZELTAGAPI_EXPORT void SetEnhanceSecurityFlag(short value);
+
+/* ---- Several configurations ---- */
+
+/* No device traffic, no lock. On a reader of another kind, or none: 0 unless told otherwise. */
+
+/** @return the highest configuration index, 0 to 10 */
+ZELTAGAPI_EXPORT int GetMaxConfig(void);
+/** @return the active configuration's index */
+ZELTAGAPI_EXPORT int GetActConfig(void);
+/** Makes a configuration the active one in the library; the reader isn't told.
+ * @param config its low eight bits count, 0 to GetMaxConfig()
+ * @return 1, or 0 for an index outside */
+ZELTAGAPI_EXPORT int SetActConfig(short config);
+/** @return the active configuration's card type, 16 bits; -1 on a reader of another kind */
+ZELTAGAPI_EXPORT int GetCardType(void);
+/** @return the active configuration's priority, 0 or 1; -1 on a reader of another kind */
+ZELTAGAPI_EXPORT int GetCardPriority(void);
+/** Sets the active configuration's card type and priority; each WriteCfg() sends them. @return 1 */
+ZELTAGAPI_EXPORT int SetCardTypePriority(unsigned short type, short priority);
+/** Whether the reader knows a card type; bits 4 to 7 don't count.
+ * @return 1 when it does, for a type of 0, and when the reader told no list; 0 when not, and
+ * without a proximity reader */
+ZELTAGAPI_EXPORT int IsCardTypeInList(unsigned short type);
+
+/* ---- Services of a reader ---- */
+
+/** Beeps at once: one query. Locks.
+ * @param code number of beeps, 1 to 5; 0 counts as 1
+ * @param isLong not 0: long beeps, two at most
+ * @return 1; 0 with ZELTAGAPI_ERR_SERVICE or no active device; the unsupported value for another
+ * product */
+ZELTAGAPI_EXPORT int BeepNow(unsigned char code, short isLong);
+/** Whether the active reader is of the kind that starts in a keystroke mode and takes a beep code
+ * of 0 as the command that ends it. No device traffic. @return 1 or 0 */
+ZELTAGAPI_EXPORT int isKQ7Reader(void);
+/** Ends that mode: BeepNow(0, 0). A connect does so by itself. */
+ZELTAGAPI_EXPORT void unlockKeystrokeModeOfKQ7(void);
+/** Sets the beeper's volume: one query.
+ * @return 1, or 0 when the reader doesn't take it; the unsupported value with no active device */
+ZELTAGAPI_EXPORT int SetBeeperVolume(unsigned char volume);
+/** Asks for the beeper's volume: one query. @return the volume, or -1 */
+ZELTAGAPI_EXPORT int GetBeeperVolume(void);
+/** Sets the radio's configuration: one query. @return 1 or 0 */
+ZELTAGAPI_EXPORT int SetBTLEConfiguration(unsigned char configuration);
+/** Asks for the radio's configuration: one query. @return 0 to 3; -1 without a radio */
+ZELTAGAPI_EXPORT int GetBTLEConfiguration(void);
+/** Asks whether there is a radio: one query. @return 1 or 0; -1 with no active device */
+ZELTAGAPI_EXPORT int IsBTLEPresent(void);
+/** Asks for the line's speed code; a USB reader has none and isn't asked. @return the code, or -1
+ */
+ZELTAGAPI_EXPORT int ReadBaudRate(void);
+/** Sets the line's speed code; a USB reader isn't asked. @return 1 or 0 */
+ZELTAGAPI_EXPORT int WriteBaudRate(unsigned char code);
+/** Sets the speed at which the next serial connect opens ports, in baud; not tested. */
+ZELTAGAPI_EXPORT void SetBaudRate(unsigned int rate);
+/** A version word of a multi-configuration reader, as the connect read it. No device traffic.
+ * @param unit 0 to 2
+ * @param slot 0 to 4
+ * @return the word, 0 for none; the unsupported value without a proximity reader */
+ZELTAGAPI_EXPORT unsigned int GetFirmwareVersion(short unit, short slot);
+/** @return the firmware version text of the active record; null with no active device */
+ZELTAGAPI_EXPORT char* GetFullFWVersion(void);
+/** @return the firmware file name of the active record; null with no active device */
+ZELTAGAPI_EXPORT char* GetFWFilename(void);
+/** @return the part number of the active record; null with no active device */
+ZELTAGAPI_EXPORT char* getPartNumberString(void);
+/** One character of the part number; index 0 takes a fresh copy. @return it, or 0 from its end on
+ */
+ZELTAGAPI_EXPORT int getPartNumberString_char(short index);
+/** Asks a fast USB reader for its electronic serial number: five queries.
+ * @return 32 bytes, good until the next call; null when there is none */
+ZELTAGAPI_EXPORT unsigned char* getESN(void);
+/** Transfers a key reference to the reader's secure element, four bytes a query.
+ * @param data `length` bytes
+ * @param length 0 to 512; more is refused with ZELTAGAPI_ERR_REFERENCE and nothing is sent
+ * @param keyNumber its low eight bits count
+ * @return 1 or 0 */
+ZELTAGAPI_EXPORT int WriteSEKeyRefrence(unsigned char* data, int length, int keyNumber);
+/** Transfers a file reference, as WriteSEKeyRefrence(). */
+ZELTAGAPI_EXPORT int WriteEV1FileRefrence(unsigned char* data, int length);
+/** Stores a pointer to the fixed text "linux". @return always 1 */
+ZELTAGAPI_EXPORT int GetHIDGuid(const char** name);
 
 /* ---- Card data ---- */
 

@@ -67,8 +67,8 @@ typedef struct sIDDispParms {
 typedef struct sIDDispParms2 {
     int16_t iLeadChrCnt; /**< if bUseLeadChrs, this contains the lead char count (<=3) */
     int16_t iLeadChr0; /**< these lead characters are filled in (up to 3) */
-    int16_t iLeadChr1; /**< these lead characters are filled in (up to 3) */
-    int16_t iLeadChr2; /**< these lead characters are filled in (up to 3) */
+    int16_t iLeadChr1;
+    int16_t iLeadChr2;
     int16_t iCrdGnChr0; /**< if non-zero, sent when ID goes Invalid */
     int16_t iCrdGnChr1; /**< if this and Chr0 non-zero, sent when ID goes Invalid */
     int16_t iPad6; /**< carried, no effect */
@@ -93,7 +93,7 @@ typedef struct sTimeParms {
     int16_t iIDLockOutTm;
     int16_t iUSBKeyPrsTm; /**< Sets USB inter-key 'Press' time in msecs (4msec gran.) */
     int16_t iUSBKeyRlsTm; /**< Sets USB inter-key 'Release' time in msecs (4msec gran.) */
-    int16_t ExFeatures01; /**< feature bits */
+    int16_t ExFeatures01;
     int16_t iPad6; /**< carried, no effect */
     int16_t iTPCfgFlg3; /**< Further Flags not related to Time at all (see tsCfgFlags3) */
 } sTimeParms;
@@ -119,5 +119,15 @@ typedef struct sBprRlyCtrl {
     int16_t iPad6; /**< carried, no effect */
     int16_t bVolatile; /**< 0 == commit to EE, 1 == Don't store to EE */
 } sBprRlyCtrl;
+
+/** Separator and field definitions of a reader that can split a card's data. */
+typedef struct uSFD {
+    uint8_t bytes[128];
+} uSFD;
+
+/** Two 16-byte key values. */
+typedef struct sHashKeyData {
+    uint8_t key[2][16];
+} sHashKeyData;
 
 #endif

@@ -26,15 +26,11 @@ enum {
     ZELTAGAPI_ID_SIZE = 32
 };
 
-/** Separator and field definitions of a reader that can split a card's data. */
-typedef struct uSFD {
-    uint8_t bytes[128];
-} uSFD;
-
-/** Two 16-byte key values. */
-typedef struct sHashKeyData {
-    uint8_t key[2][16];
-} sHashKeyData;
+/** A row of an exported table: the name of a word and what it means. */
+typedef struct tsNamePair {
+    const char* name;
+    const char* description; /**< empty where there is none */
+} tsNamePair;
 
 /** One configuration of a proximity reader. */
 typedef struct tsTagCfg {
@@ -281,6 +277,22 @@ ZELTAGAPI_DATA(int16_t activeIDBufSz, activeIDBufSz);
 ZELTAGAPI_DATA(uint8_t activeCardDataBuf[256], activeCardDataBuf);
 ZELTAGAPI_DATA(tsQueuedID QueuedID, QueuedID);
 ZELTAGAPI_DATA(bool enhanceSecurityFlagCurrFWState, enhanceSecurityFlagCurrFWState);
+
+/* Names and descriptions of the words of the records, in the words' order */
+ZELTAGAPI_DATA(tsNamePair CfgFlagsStr[8], CfgFlagsStr);
+ZELTAGAPI_DATA(tsNamePair CfgFlags2Str[8], CfgFlags2Str);
+ZELTAGAPI_DATA(tsNamePair CfgFlags3Str[8], CfgFlags3Str);
+ZELTAGAPI_DATA(tsNamePair IDBitCntsStr[8], IDBitCntsStr);
+ZELTAGAPI_DATA(tsNamePair IDDispParmsStr[8], IDDispParmsStr);
+ZELTAGAPI_DATA(tsNamePair IDDispParms2Str[8], IDDispParms2Str);
+ZELTAGAPI_DATA(tsNamePair IDDispParms3Str[8], IDDispParms3Str);
+ZELTAGAPI_DATA(tsNamePair TimeParmsStr[8], TimeParmsStr);
+ZELTAGAPI_DATA(tsNamePair LEDCtrlStr[8], LEDCtrlStr);
+ZELTAGAPI_DATA(tsNamePair BprRlyCtrlStr[8], BprRlyCtrlStr);
+ZELTAGAPI_DATA(tsNamePair FldDefStr[4], FldDefStr); /**< bytes of a field definition of uSFD */
+ZELTAGAPI_DATA(tsNamePair SepDefStr[2], SepDefStr); /**< bytes of a separator definition */
+ZELTAGAPI_DATA(tsNamePair AZERTYShiftLock[1], AZERTYShiftLock);
+ZELTAGAPI_DATA(tsNamePair ExtendedPrecisionMath[1], ExtendedPrecisionMath);
 
 /* Sensor: the words last read, before any repair */
 ZELTAGAPI_DATA(sSonarParms gsSonarParms2, gsSonarParms2);

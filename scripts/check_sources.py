@@ -10,8 +10,9 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 # Headers that anyone may include, and the floor that every folder of the library stands on.
-LEAVES = {"frame/zelTagAPI.h", "frame/zelTagExport.h"}
-FLOOR = {"frame/state.h", "frame/lock.h", "frame/zelTagState.h", "frame/zelTagRecords.h"}
+LEAVES = {"frame/zelTagAPI.h", "frame/zelTagExport.h", "frame/zelTagRecords.h"}
+FLOOR = {"frame/state.h", "frame/lock.h", "frame/exported.h", "frame/zelTagState.h",
+         "frame/records.def"}
 
 # What a folder may include beside itself and the leaves: folders, or single headers.
 MAP = {
@@ -22,7 +23,7 @@ MAP = {
     "family/echo": FLOOR | {"base/", "transport/"},
     "frame": {"base/", "transport/", "family/tag/", "family/band/", "family/echo/"},
     "sim": {"transport/usb_backend.h"},
-    "cli": {"sim/demo.h"},
+    "cli": {"sim/demo.h", "frame/records.def"},
 }
 FREE = ("tests/", "bench/", "examples/")
 LONGEST_LINE = 100

@@ -9,7 +9,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 ROWS = ROOT / "frame" / "records.def"
 HEADER = ROOT / "frame" / "zelTagRecords.h"
-ROW = re.compile(r'^ZEL_WORD\((\w+), (\d+), (\w+), (\w+), "(.*)"\)$')
+ROW = re.compile(r'^ZEL_WORD\((\w+), (\d+), (\w+), (?:same|"\w+"), (\w+), "(.*)", .*\)$')
 
 HEAD = """\
 /* SPDX-License-Identifier: MIT */
@@ -24,17 +24,31 @@ HEAD = """\
 
 """
 
+TAIL = """\
+/** Separator and field definitions of a reader that can split a card's data. */
+typedef struct uSFD {
+    uint8_t bytes[128];
+} uSFD;
+
+/** Two 16-byte key values. */
+typedef struct sHashKeyData {
+    uint8_t key[2][16];
+} sHashKeyData;
+
+#endif
+"""
+
 
 def read_rows():
     records = {}
     for line in ROWS.read_text(encoding="utf-8").splitlines():
-        if not line or line.startswith("//"):
+        if not line or line.startswith(("//", "ZEL_RECORD(")):
             continue
         match = ROW.match(line)
         if not match:
             sys.exit(f"{ROWS}: not a row: {line}")
         record, index, name, kind, description = match.groups()
-        words = records.setdefault(record, [])
+        words = records.setdefault("s" + record, [])
         if int(index) != len(words):
             sys.exit(f"{ROWS}: {record}.{name} has index {index}, expected {len(words)}")
         words.append((name, kind, description))
@@ -45,15 +59,15 @@ def read_rows():
 
 
 def member(name, kind, description):
-    text = description.strip() or ("carried, no effect" if kind == "pad" else "feature bits")
-    line = f"    int16_t {name}; /**< {text} */\n"
+    text = description.strip() or ("carried, no effect" if kind == "pad" else "")
+    line = f"    int16_t {name};" + (f" /**< {text} */\n" if text else "\n")
     return line if len(line) <= 101 else f"    /** {text} */\n    int16_t {name};\n"
 
 
 def header(records):
     structs = [f"typedef struct {record} {{\n" + "".join(member(*word) for word in words)
                + f"}} {record};\n\n" for record, words in records.items()]
-    return HEAD + "".join(structs) + "#endif\n"
+    return HEAD + "".join(structs) + TAIL
 
 
 def main():

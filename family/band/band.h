@@ -4,6 +4,8 @@
 
 #include "frame/zelTagExport.h"
 
+#include <stdint.h>
+
 ZELTAGAPI_BEGIN
 
 // Defaults of every record: which field of which track is the active identifier.
@@ -11,5 +13,16 @@ ZELTAGAPI_EXPORT void zelband_Init(void);
 
 // Closes all devices: USBDisconnect().
 ZELTAGAPI_EXPORT void zelband_Exit(void);
+
+// Fills the record cbIndex for a USB device and counts it. A device beyond the table is closed.
+ZELTAGAPI_EXPORT void zelband_FoundDevice(char* name, void* handle, int row);
+
+// Scans USB for the family's devices, as zeltag_USBDeviceConnect() does for its own; this transport
+// finds none of this family.
+ZELTAGAPI_EXPORT intptr_t zelband_USBDeviceConnect(unsigned short vendor, unsigned short product,
+                                                   unsigned short* did);
+
+// The family's part of USBConnect(): 1 when the table grew, else 0.
+ZELTAGAPI_EXPORT int zelband_USBConnect(void);
 
 ZELTAGAPI_END

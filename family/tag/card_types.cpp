@@ -1,11 +1,55 @@
 // SPDX-License-Identifier: MIT
-// The card types that a multi-configuration reader knows.
+// The list of card types that a multi-configuration reader knows.
+#include "family/tag/card_types.h"
+
+#include "family/tag/feature_report.h"
+#include "family/tag/multi_config.h"
 #include "family/tag/tag.h"
 #include "frame/state.h"
 
 #include <cstring>
+#include <iterator>
+
+using namespace zel;
+using tag::Payload;
+
+namespace {
+
+constexpr std::uint8_t kList = 0x04;
+constexpr unsigned kPages = 256;
+constexpr std::size_t kEntries = std::size(decltype(tsDevDat::CardTypeList){});
+
+// Appends a page of four types. Whether the list goes on behind it.
+bool append(tsDevDat& record, std::size_t& count, const Payload& page) {
+    for (std::size_t at = 0; at < page.size() && count < kEntries; at += 2) {
+        const int type = page[at] | page[at + 1] << 8;
+        if (type == 0)
+            return false;
+        record.CardTypeList[count++] = static_cast<std::uint16_t>(type & tag::kCardTypeMask);
+    }
+    return count < kEntries;
+}
+
+} // namespace
 
 void zeltag_ZeroCardTypeListFromDevice() {
-    tsDevDat& record = zel::activeRecord();
+    tsDevDat& record = activeRecord();
     std::memset(record.CardTypeList, 0, sizeof record.CardTypeList);
+}
+
+// A page that can't be asked for is passed over; one that doesn't come ends the list.
+int zeltag_GetCardTypeListFromDevice() {
+    zeltag_ZeroCardTypeListFromDevice();
+    tsDevDat& record = activeRecord();
+    std::size_t count = 0;
+    for (unsigned page = 0; page < kPages; ++page) {
+        if (!tag::send(tag::command(tag::Opcode::Multi, kList, static_cast<std::uint8_t>(page))))
+            continue;
+        Payload reply;
+        if (!tag::fetch(reply))
+            return 0;
+        if (!append(record, count, reply))
+            return 1;
+    }
+    return 1;
 }

@@ -29,6 +29,12 @@ bool fetch(Payload& payload) {
     return received;
 }
 
+Written write(const Payload& request, const Payload& data) {
+    if (!send(request))
+        return Written::No;
+    return send(data) ? Written::Yes : Written::CommandOnly;
+}
+
 bool query(const Payload& request, Payload& reply) { return send(request) && fetch(reply); }
 
 } // namespace zel::tag

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::uint16_t kAllTransports = 65535;
-
 void emptyTable() {
     iActDev = 0;
     iDevsFnd = 0;
@@ -38,7 +36,7 @@ void InitLocalParms() {
         record.bPartNumOK = 1;
         record.iTagPlusState = 0;
     }
-    iCnctDevType = kAllTransports;
+    iCnctDevType = zel::kAllTransports;
 }
 
 void zeltag_Init() { InitLocalParms(); }

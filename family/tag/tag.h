@@ -26,6 +26,19 @@ ZELTAGAPI_EXPORT void InitSerialParms(void);
 // Fills the record cbIndex for a USB reader and counts it. A device beyond the table is closed.
 ZELTAGAPI_EXPORT void zeltag_FoundDevice(char* name, void* handle, int row);
 
+// The family's part of USBConnect(): 1 when the table grew, else 0 with lLastCnctErr set.
+ZELTAGAPI_EXPORT int zeltag_USBConnect(void);
+
+// Chooses the transports that a connect tries: 0, 1, 2 or 65535 (also given as -1). 1, or 0
+// refused.
+ZELTAGAPI_EXPORT int zeltag_SetDevTypeSrch(short type);
+
+// The family's forms of the calls on the table. zeltag_SetActDev() never moves the index on
+// failure.
+ZELTAGAPI_EXPORT int zeltag_SetActDev(short device);
+ZELTAGAPI_EXPORT int zeltag_GetActDev(void);
+ZELTAGAPI_EXPORT int zeltag_GetDevCnt(void);
+
 // Whether the reader answers the query of its LUID: 1 or 0.
 ZELTAGAPI_EXPORT int zeltag_IsDevicePresent(void);
 

@@ -3,11 +3,11 @@
 #include "family/tag/tag.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
-#include "transport/usb_driver.h"
-#include "transport/usb_handles.h"
+#include "transport/found_devices.h"
 
-#include <cstring>
 #include <iterator>
+
+using namespace zel;
 
 namespace {
 
@@ -22,50 +22,40 @@ bool isTagAdv(int row) {
     return entry.vendor == kTagAdvVendor && entry.product == kTagAdvProduct;
 }
 
-bool isTableFull() {
-    return cbIndex < 0 || cbIndex >= zel::kMaxDevices || iDevsFnd >= zel::kMaxDevices;
-}
-
-void setName(tsDevDat& record, const char* name) {
-    std::strncpy(record.szDevName, name, sizeof record.szDevName - 1);
-    record.szDevName[sizeof record.szDevName - 1] = '\0';
-}
-
 } // namespace
 
+// Neither kind is opened by its name on this transport; UsbDriver_tagAdv_CreateFile() would be the
+// keyboard-less kind's way.
 void zeltag_FoundDevice(char* name, void* handle, int row) {
-    if (isTableFull()) {
-        UsbDriver_Close(handle);
+    void* const device = !handle && isTagAdv(row) ? UsbDriver_tagAdv_CreateFile(name) : handle;
+    tsDevDat* const record = takeRecord(name, device, row, kTag);
+    if (!record)
         return;
-    }
-    tsDevDat& record = DevDat[cbIndex];
-    record.bTagOpen = 1;
-    void* device = nullptr;
-    if (isTagAdv(row)) {
-        record.bTagAdv = 1;
-        device = UsbDriver_tagAdv_CreateFile(name);
-    } else {
-        device = UsbDriver_CreateFile(name);
-    }
-    zel::replaceHandle(record, handle ? handle : device);
-    record.iVidPidIdx = row;
-    record.iProduct = zel::kTag;
-    record.iDevType = 0;
-    setName(record, name);
-    ++cbIndex;
-    ++iDevsFnd;
+    record->bTagOpen = 1;
+    if (isTagAdv(row))
+        record->bTagAdv = 1;
 }
 
-// The record that answers is the one after the first new device.
 intptr_t zeltag_USBDeviceConnect(unsigned short vendor, unsigned short product,
                                  unsigned short* did) {
-    const int before = cbIndex;
-    UsbDriver_Generator(vendor, product, zeltag_FoundDevice);
-    const int index = before + 1;
-    if (!did || cbIndex <= before || index < 0 || index >= zel::kMaxDevices)
-        return -1;
-    tsDevDat& record = DevDat[index];
-    *did = record.iDID;
-    record.lLastErr = static_cast<std::int64_t>(lLastCnctErr);
-    return reinterpret_cast<intptr_t>(record.hDev);
+    return scanUsb(vendor, product, zeltag_FoundDevice, did);
+}
+
+int zeltag_USBConnect() {
+    const int before = iDevsFnd;
+    lLastCnctErr = 0;
+    if (searchesUsb())
+        zeltag_USBDeviceConnect(ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT, nullptr);
+    if (iDevsFnd == before)
+        return 0;
+    activeRecord().iProduct = kTag;
+    return 1;
+}
+
+int zeltag_SetDevTypeSrch(short type) {
+    const auto search = static_cast<std::uint16_t>(type);
+    if (search > kNetwork && search != kAllTransports)
+        return 0;
+    iCnctDevType = search;
+    return 1;
 }

@@ -26,8 +26,9 @@ LibraryTest::~LibraryTest() {
     EXPECT_TRUE(sim::UsbBus::uninstall());
 }
 
-std::shared_ptr<sim::TagReader> LibraryTest::plugReader(const sim::UsbIdentity& identity) {
-    auto reader = std::make_shared<sim::TagReader>();
+std::shared_ptr<sim::TagReader> LibraryTest::plugReader(const sim::UsbIdentity& identity,
+                                                        const sim::TagOptions& options) {
+    auto reader = std::make_shared<sim::TagReader>(options);
     bus().plug(reader, identity);
     return reader;
 }
@@ -41,8 +42,9 @@ int LibraryTest::connect() {
     return GetDevCnt();
 }
 
-std::shared_ptr<sim::TagReader> LibraryTest::connectReader() {
-    auto reader = plugReader();
+std::shared_ptr<sim::TagReader> LibraryTest::connectReader(const sim::TagOptions& options) {
+    auto reader =
+        plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, "reader"}, options);
     EXPECT_EQ(connect(), 1);
     bus().takeTrace();
     return reader;

@@ -21,13 +21,14 @@ protected:
 
     // Plugs in a reader of the built-in identity, or of another one.
     static std::shared_ptr<sim::TagReader> plugReader(const std::string& name = "reader");
-    static std::shared_ptr<sim::TagReader> plugReader(const sim::UsbIdentity& identity);
+    static std::shared_ptr<sim::TagReader> plugReader(const sim::UsbIdentity& identity,
+                                                      const sim::TagOptions& options = {});
 
     // Scans USB as an application does; returns the number of devices in the table.
     static int connect();
 
     // A reader in the table and the trace empty: the next lines are the test's own.
-    static std::shared_ptr<sim::TagReader> connectReader();
+    static std::shared_ptr<sim::TagReader> connectReader(const sim::TagOptions& options = {});
 
     // A row of the device filter list.
     static void setFilterRow(int row, unsigned short vendor, unsigned short product);

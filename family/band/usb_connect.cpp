@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Finds magnetic stripe readers on USB and gives each a record.
+#include "family/band/band.h"
+#include "frame/state.h"
+#include "transport/found_devices.h"
+
+#include <algorithm>
+
+using namespace zel;
+
+namespace {
+
+constexpr unsigned short kVendor = 0x5A3E;
+constexpr unsigned short kProduct = 0x9D2B;
+
+bool isOneOpen() {
+    return std::any_of(DevDat, DevDat + std::clamp<int>(iDevsFnd, 0, kMaxDevices),
+                       [](const tsDevDat& record) { return record.Band.bBandOpen != 0; });
+}
+
+} // namespace
+
+void zelband_FoundDevice(char* name, void* handle, int row) {
+    if (tsDevDat* const record = takeRecord(name, handle, row, kBand))
+        record->Band.bBandOpen = 1;
+}
+
+intptr_t zelband_USBDeviceConnect(unsigned short vendor, unsigned short product,
+                                  unsigned short* did) {
+    return scanUsb(vendor, product, zelband_FoundDevice, did);
+}
+
+// Refuses while a found record belongs to such a reader already.
+int zelband_USBConnect() {
+    const int before = iDevsFnd;
+    lLastCnctErr = 0;
+    if (isOneOpen()) {
+        lLastCnctErr |= kConnectFailed;
+        return 0;
+    }
+    if (searchesUsb())
+        zelband_USBDeviceConnect(kVendor, kProduct, nullptr);
+    return iDevsFnd > before ? 1 : 0;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Finds presence sensors on USB and gives each a record.
+#include "family/echo/echo.h"
+#include "frame/state.h"
+#include "frame/zelTagAPI.h"
+#include "transport/found_devices.h"
+
+using namespace zel;
+
+namespace {
+
+constexpr unsigned short kVendor = 0x8E4A;
+constexpr unsigned short kProduct = 0x9D2A;
+
+} // namespace
+
+void zelecho_FoundDevice(char* name, void* handle, int row) {
+    if (tsDevDat* const record = takeRecord(name, handle, row, kEcho))
+        record->Echo.bEchoOpen = 1;
+}
+
+intptr_t zelecho_USBDeviceConnect(unsigned short vendor, unsigned short product,
+                                  unsigned short* did) {
+    return scanUsb(vendor, product, zelecho_FoundDevice, did);
+}
+
+int zelecho_USBConnect() {
+    const int before = iDevsFnd;
+    lLastCnctErr = 0;
+    if (searchesUsb())
+        zelecho_USBDeviceConnect(kVendor, kProduct, nullptr);
+    SetActDev(static_cast<short>(iDevsFnd - 1));
+    return iDevsFnd > before ? 1 : 0;
+}

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Fills the device table: which families are looked for, and what is read of each device found.
+#include "family/band/band.h"
+#include "family/echo/echo.h"
+#include "family/tag/multi_config.h"
+#include "family/tag/services.h"
+#include "family/tag/tag.h"
+#include "frame/lock.h"
+#include "frame/state.h"
+#include "frame/zelTagAPI.h"
+
+using namespace zel;
+
+namespace {
+
+constexpr int kUnits = 3;
+constexpr int kSlots = 5;
+
+void startTable() {
+    iActDev = 0;
+    iDevsFnd = 0;
+    cbIndex = 0;
+    listIndex = 0;
+    zeltag_ZeroCardTypeListFromDevice();
+    for (tsDevDat& record : DevDat) {
+        record.bSepFldOK = 1;
+        record.bPartNumOK = 1;
+        record.bTagOpen = 0;
+        record.iTagPlusState = 0;
+        record.bTagAdv = 0;
+    }
+}
+
+bool connectTags() {
+    LoadzelTagVidPidListFile();
+    if (!zeltag_USBConnect())
+        return false;
+    if (isKQ7Reader())
+        unlockKeystrokeModeOfKQ7();
+    SendGetTagPlus();
+    return true;
+}
+
+bool wants(Product product) { return (connectProducts() & product) != 0; }
+
+// The first family that has a device ends the search.
+bool connectFamilies() {
+    return (wants(kTag) && connectTags()) || (wants(kBand) && zelband_USBConnect() != 0) ||
+           (wants(kEcho) && zelecho_USBConnect() != 0);
+}
+
+// A unit's versions end at its first slot without one.
+void readVersions(tsDevDat& record) {
+    for (int unit = 0; unit < kUnits; ++unit) {
+        std::uint32_t* const slots = record.FWVerTbl[unit];
+        for (int slot = 0; slot < kSlots; ++slot)
+            slots[slot] = 0;
+        for (int slot = 0; slot < kSlots; ++slot) {
+            slots[slot] = zeltag_SendGetFirmwareVersion(unit, slot);
+            if (slots[slot] == 0)
+                break;
+        }
+    }
+}
+
+// The configuration index goes back to 0 on the device that was active until here: device 0 in the
+// first two passes, and never the last one.
+bool readDevice(short index) {
+    activeRecord().iActConfig = 0;
+    SetActConfig(0);
+    SetActDev(index);
+    if (ReadCfg() == 0)
+        return false;
+    readVersions(activeRecord());
+    return true;
+}
+
+int connectFailed() {
+    lLastCnctErr |= kConnectFailed;
+    SetActDev(0);
+    return 0;
+}
+
+} // namespace
+
+int USBConnect(int64_t* did) {
+    const LibraryLock lock;
+    startTable();
+    const bool found = connectFamilies();
+    for (int index = 0; index < iDevsFnd && index < kMaxDevices; ++index)
+        if (!readDevice(static_cast<short>(index)))
+            return connectFailed();
+    SetActDev(0);
+    if (found && did)
+        *did = static_cast<std::int16_t>(activeRecord().iDID);
+    return found ? 1 : 0;
+}
+
+int usbConnect() {
+    initialize();
+    int64_t did = 0;
+    return USBConnect(&did);
+}
+
+int SetConnectProduct(unsigned int mask) {
+    setConnectProducts(mask);
+    return 1;
+}
+
+int SetDevTypeSrch(short type) { return zeltag_SetDevTypeSrch(type); }
