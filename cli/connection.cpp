@@ -2,8 +2,10 @@
 // Connects to the readers on USB, or to the simulated one.
 #include "cli/connection.h"
 
+#include "cli/configuration.h"
 #include "cli/device.h"
 #include "cli/diagnosis.h"
+#include "cli/output.h"
 #include "frame/zelTagAPI.h"
 #include "sim/demo.h"
 
@@ -12,6 +14,8 @@
 namespace zel::cli {
 
 namespace {
+
+constexpr short kUsb = 0; // of SetDevTypeSrch()
 
 Outcome installSimulator() {
     if (sim::installDemo())
@@ -34,19 +38,70 @@ Outcome choose(int device) {
                    "`zeltag list` shows them", ""};
 }
 
-Outcome connect(const Options& options) {
+Failure severalReaders() {
+    std::string names;
+    for (int index = 0; index < GetDevCnt(); ++index) {
+        SetActDev(static_cast<short>(index));
+        names += fmt::format("{}{} is {}", index == 0 ? "" : ", ", index, activeDevice().name);
+    }
+    return {ExitCode::Usage, "there are several readers: " + names,
+            "choose one with --device, such as --device 0", ""};
+}
+
+Failure unreadable() {
+    const Device device = activeDevice();
+    return {ExitCode::Failed, "the configuration of " + device.name + " can't be read",
+            "unplug it and plug it in again, then try `zeltag list`", device.name};
+}
+
+Failure noSettings() {
+    const Device device = activeDevice();
+    return {ExitCode::Failed,
+            fmt::format("{} is a {}: its settings can't be shown", device.name, activeProduct()),
+            "`zeltag list` shows the products", device.name};
+}
+
+// The connect ends at the first configuration that it can't read; the devices behind it are asked
+// here. A reader of several configurations that wasn't the first tells them all on a second read.
+bool hasSettings() { return isConfigurationRead() || (ReadCfg() == 1 && isConfigurationRead()); }
+
+void warnOfUnreadable() {
+    for (int index = 0; index < GetDevCnt(); ++index) {
+        SetActDev(static_cast<short>(index));
+        if (isTag() && !hasSettings())
+            warn("warning: " + asLine(unreadable()));
+    }
+    SetActDev(0);
+}
+
+Outcome checkSettings() {
+    if (!isTag())
+        return noSettings();
+    return hasSettings() ? Outcome() : unreadable();
+}
+
+Outcome connect(const Options& options, Need need) {
     if (options.sim)
         if (auto failure = installSimulator())
             return failure;
-    zeltag_USBDeviceConnect(ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT, nullptr);
+    SetDevTypeSrch(kUsb);
+    showProgress("reading the configuration of each reader");
+    const bool complete = USBConnect(nullptr) == 1;
     if (GetDevCnt() == 0)
         return explainNoReader(systemReaders());
-    return options.device ? choose(*options.device) : Outcome();
+    if (need == Need::Change && !options.device && GetDevCnt() > 1)
+        return severalReaders();
+    if (need == Need::Presence && !complete)
+        warnOfUnreadable();
+    if (options.device)
+        if (auto failure = choose(*options.device))
+            return failure;
+    return need == Need::Presence ? Outcome() : checkSettings();
 }
 
 } // namespace
 
-Connection::Connection(const Options& options) : failure_(connect(options)) {}
+Connection::Connection(const Options& options, Need need) : failure_(connect(options, need)) {}
 
 Connection::~Connection() { USBDisconnect(); }
 

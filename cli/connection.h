@@ -7,10 +7,17 @@
 
 namespace zel::cli {
 
+// What a command needs of the device it works on.
+enum class Need {
+    Presence, // goes on when a configuration can't be read, with a warning
+    Settings, // the whole configuration must have been read
+    Change,   // and the user chose the device when there are several
+};
+
 class Connection {
 public:
     // Connects, and makes the chosen device the active one.
-    explicit Connection(const Options& options);
+    explicit Connection(const Options& options, Need need = Need::Presence);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

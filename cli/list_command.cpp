@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // `zeltag list`: the readers that are there.
 #include "cli/command.h"
+#include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/device.h"
 #include "cli/diagnosis.h"
+#include "cli/firmware.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
@@ -17,13 +19,19 @@ namespace {
 struct Row {
     Device device;
     std::string product;
-    std::optional<int> luid; // unknown until the library has read it from the device
+    // Nothing for a reader whose configuration can't be read.
+    std::optional<int> luid;
+    std::optional<int> configurations;
+    Firmware firmware;
 };
 
 Row activeRow() {
-    Row row{activeDevice(), activeProduct(), {}};
-    if (ReadCfg() == 1)
-        row.luid = static_cast<std::uint16_t>(GetLUID());
+    Row row{activeDevice(), activeProduct(), {}, {}, {}};
+    if (!isTag() || !isConfigurationRead())
+        return row;
+    row.luid = static_cast<std::uint16_t>(GetLUID());
+    row.configurations = GetMaxConfig() + 1;
+    row.firmware = activeFirmware();
     return row;
 }
 
@@ -38,25 +46,39 @@ std::vector<Row> rowsOf(const Options& options) {
     return rows;
 }
 
+std::string orDash(std::optional<int> number) { return number ? std::to_string(*number) : "-"; }
+
 void printTable(const std::vector<Row>& rows, Output& output) {
-    std::size_t width = 4;
+    std::size_t name = 4;
+    std::size_t firmware = 8;
+    for (const Row& row : rows) {
+        name = std::max(name, row.device.name.size());
+        firmware = std::max(firmware, asText(row.firmware).size());
+    }
+    const auto line = [&](const auto&... column) {
+        output.line(fmt::format("{:>5}  {:{}}  {:7}  {:>5}  {:{}}  {:>7}", column...));
+    };
+    line("INDEX", "NAME", name, "PRODUCT", "LUID", "FIRMWARE", firmware, "CONFIGS");
     for (const Row& row : rows)
-        width = std::max(width, row.device.name.size());
-    output.line(
-        fmt::format("{:>5}  {:{}}  {:7}  {:>5}", "INDEX", "NAME", width, "PRODUCT", "LUID"));
-    for (const Row& row : rows)
-        output.line(fmt::format("{:>5}  {:{}}  {:7}  {:>5}", row.device.index, row.device.name,
-                                width, row.product, row.luid ? std::to_string(*row.luid) : "-"));
+        line(row.device.index, row.device.name, name, row.product, orDash(row.luid),
+             asText(row.firmware), firmware, orDash(row.configurations));
+}
+
+Json orNull(std::optional<int> number) { return number ? Json(*number) : Json(); }
+
+Json toJson(const Row& row) {
+    Json device = cli::toJson(row.device);
+    device["product"] = row.product;
+    device["luid"] = orNull(row.luid);
+    device["firmware"] = Json{{"version", row.firmware.version}, {"file", row.firmware.file}};
+    device["configurations"] = orNull(row.configurations);
+    return device;
 }
 
 void printJson(const std::vector<Row>& rows, Output& output) {
     Json devices = Json::array();
-    for (const Row& row : rows) {
-        Json device = toJson(row.device);
-        device["product"] = row.product;
-        device["luid"] = row.luid ? Json(*row.luid) : Json();
-        devices.push_back(device);
-    }
+    for (const Row& row : rows)
+        devices.push_back(toJson(row));
     output.object(Json{{"devices", devices}});
 }
 

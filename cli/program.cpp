@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 #include <fmt/format.h>
+#include <map>
 
 namespace zel::cli {
 
@@ -66,11 +67,27 @@ private:
 
     void add(Command& command) {
         const CommandText text = command.text();
-        CLI::App* const app = app_.add_subcommand(text.name, text.summary)->group(text.group);
+        const std::string_view name = text.name;
+        const std::size_t space = name.find(' ');
+        CLI::App& parent = space == name.npos ? app_ : family(name.substr(0, space), text.group);
+        CLI::App* const app =
+            parent.add_subcommand(std::string(name.substr(space + 1)), text.summary);
+        app->group(space == name.npos ? text.group : "Commands");
         app->footer(fmt::format("Example:\n  {}", text.example));
         command.addOptions(*app);
         addCommonOptions(*app, options_);
         app->callback([this, &command] { chosen_ = &command; });
+    }
+
+    // What stands in front of commands of two words, such as `config`.
+    CLI::App& family(std::string_view name, const char* group) {
+        CLI::App*& made = families_[std::string(name)];
+        if (!made) {
+            made = app_.add_subcommand(std::string(name), "Show and change a reader's settings");
+            made->group(group)->require_subcommand(0, 1);
+            addCommonOptions(*made, options_);
+        }
+        return *made;
     }
 
     static bool is(const CLI::ParseError& stop, CLI::ExitCodes code) {
@@ -90,11 +107,19 @@ private:
     }
 
     Failure wrongUsage(const CLI::ParseError& stop) {
-        const auto parsed = app_.get_subcommands();
-        const std::string command = parsed.empty() ? "" : " " + parsed.front()->get_name();
-        const bool unknown = parsed.empty() && is(stop, CLI::ExitCodes::ExtrasError);
+        const std::string command = parsedCommand();
+        const bool unknown = command.empty() && is(stop, CLI::ExitCodes::ExtrasError);
         const std::string message = unknown ? "unknown command or option" + rest() : stop.what();
         return {ExitCode::Usage, message, fmt::format("`zeltag{} --help` shows how", command), ""};
+    }
+
+    // " config set", or nothing.
+    std::string parsedCommand() const {
+        std::string words;
+        for (auto parsed = app_.get_subcommands(); !parsed.empty();
+             parsed = parsed.front()->get_subcommands())
+            words += " " + parsed.front()->get_name();
+        return words;
     }
 
     // What the parser could make no sense of.
@@ -105,12 +130,14 @@ private:
         return words;
     }
 
-    static Failure noCommand() {
-        return {ExitCode::Usage, "no command given", "`zeltag --help` lists them", ""};
+    Failure noCommand() const {
+        return {ExitCode::Usage, "no command given",
+                fmt::format("`zeltag{} --help` lists them", parsedCommand()), ""};
     }
 
     Options options_;
     CLI::App app_;
+    std::map<std::string, CLI::App*> families_;
     std::vector<std::unique_ptr<Command>> commands_ = allCommands();
     Command* chosen_ = nullptr;
 };

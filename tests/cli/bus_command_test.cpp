@@ -27,24 +27,23 @@ protected:
 TEST_F(BusCommand, ListGivesEachReaderALine) {
     plugReader("a");
     plugReader("left/right");
-    EXPECT_EQ(run({"list"}).out, "INDEX  NAME        PRODUCT   LUID\n"
-                                 "    0  a           zelTag       -\n"
-                                 "    1  left/right  zelTag       -\n");
+    EXPECT_EQ(run({"list"}).out, "INDEX  NAME        PRODUCT   LUID  FIRMWARE  CONFIGS\n"
+                                 "    0  a           zelTag       0  -               1\n"
+                                 "    1  left/right  zelTag       0  -               1\n");
 }
 
 TEST_F(BusCommand, ListOfOneDeviceLeavesTheOthersOut) {
     plugReader("a");
     plugReader("b");
-    EXPECT_EQ(run({"list", "--device", "1"}).out, "INDEX  NAME  PRODUCT   LUID\n"
-                                                  "    1  b     zelTag       -\n");
+    EXPECT_EQ(run({"list", "--device", "1"}).out,
+              "INDEX  NAME  PRODUCT   LUID  FIRMWARE  CONFIGS\n"
+              "    1  b     zelTag       0  -               1\n");
 }
 
 TEST_F(BusCommand, ReadTakesTheFirstReaderUnlessToldOtherwise) {
     plugReader("a")->present(sim::cardOf(0xA, 4));
     plugReader("b")->present(sim::cardOf(0xB, 4));
     EXPECT_EQ(run({"read"}), (CommandRun{ExitCode::Done, "card    4 bits  0x0A  a\n", ""}));
-    USBDisconnect();
-    cbIndex = 0;
     EXPECT_EQ(run({"read", "--device", "1"}),
               (CommandRun{ExitCode::Done, "card    4 bits  0x0B  b\n", ""}));
 }
@@ -134,23 +133,28 @@ TEST_F(BusCommand, SecondCtrlCEndsACommandThatHangs) {
 
 TEST_F(BusCommand, FailedReadTellsTheErrorWord) {
     plugReader("a");
-    bus().fail(0, sim::Fault::NoAnswer);
+    bus().fail(0, sim::Fault::NoAnswer, 1, connectReplies());
     EXPECT_EQ(run({"read"}),
               failed(ExitCode::Failed, "reading a failed (library error 0x1000000)", kUnplugged));
 }
 
 TEST_F(BusCommand, SilentReaderIsNoAnswer) {
     plugReader("a");
-    bus().fail(0, sim::Fault::NoAnswer);
+    bus().fail(0, sim::Fault::NoAnswer, 1, connectReplies());
     EXPECT_EQ(run({"ping"}), failed(ExitCode::NothingCame, "no answer from a", kUnplugged));
 }
 
 TEST_F(BusCommand, EveryEndClosesTheReader) {
     plugReader("a");
     bus().fail(0, sim::Fault::NoAnswer);
-    for (const auto& arguments : std::vector<std::vector<const char*>>{
-             {"read"}, {"read"}, {"list"}, {"ping"}, {"ping", "--device", "9"}}) {
-        cbIndex = 0;
+    for (const auto& arguments :
+         std::vector<std::vector<const char*>>{{"read"},
+                                               {"read"},
+                                               {"list"},
+                                               {"ping"},
+                                               {"ping", "--device", "9"},
+                                               {"config", "set", "iIDHoldTO=99999"},
+                                               {"luid", "3"}}) {
         run(arguments);
         EXPECT_EQ(bus().openHandles(), 0) << arguments.front();
     }

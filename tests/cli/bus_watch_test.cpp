@@ -55,7 +55,7 @@ TEST_F(BusWatch, LooksEvery100Milliseconds) {
 // The second look's first reply is lost; the third sees the empty field.
 TEST_F(BusWatch, OneLostReplyIsNoEventAndNoEnd) {
     script({kA, {}});
-    bus().fail(0, sim::Fault::NoAnswer, 1, 2);
+    bus().fail(0, sim::Fault::NoAnswer, 1, connectReplies() + 2);
     EXPECT_EQ(run({"read", "--watch"}).out, "card    4 bits  0x0A  a\ngone\n");
 }
 

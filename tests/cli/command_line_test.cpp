@@ -22,4 +22,16 @@ CommandRun CommandLineTest::run(const std::vector<const char*>& arguments) {
     return {exit, ::testing::internal::GetCapturedStdout(), std::move(err)};
 }
 
+int CommandLineTest::connectReplies() {
+    bus().takeTrace();
+    USBConnect(nullptr);
+    USBDisconnect();
+    const std::string trace = bus().takeTrace();
+    int replies = 0;
+    for (std::size_t at = trace.find("\n< "); at != std::string::npos;
+         at = trace.find("\n< ", at + 1))
+        ++replies;
+    return replies;
+}
+
 } // namespace zel::test

@@ -23,6 +23,9 @@ void PrintTo(const CommandRun& run, std::ostream* stream);
 class CommandLineTest : public LibraryTest {
 protected:
     static CommandRun run(const std::vector<const char*>& arguments);
+
+    // How many replies a connect to what is plugged in asks for.
+    static int connectReplies();
 };
 
 } // namespace zel::test

@@ -25,8 +25,12 @@ protected:
 TEST_F(NoReader, EveryCommandSaysWhatToDo) {
     const Ended expected{
         69, "", "zeltag: no reader found; plug one in, or add --sim to try a simulated one\n"};
-    for (const char* command : {"list", "read", "ping"})
+    for (const char* command : {"list", "info", "read", "ping", "beep"})
         EXPECT_EQ(runZeltag({command}), expected) << command;
+    for (const Arguments& arguments :
+         {Arguments{"luid", "1"}, Arguments{"config", "show"},
+          Arguments{"config", "set", "bBeepID=1"}, Arguments{"config", "reset", "--yes"}})
+        EXPECT_EQ(runZeltag(arguments), expected) << arguments.front();
     EXPECT_EQ(runZeltag({"read", "--watch"}), expected);
 }
 

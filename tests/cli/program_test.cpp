@@ -25,15 +25,28 @@ TEST(Program, HelpGroupsTheCommandsAndShowsAnExampleEach) {
     const auto commands = run.out.substr(run.out.find("Readers:"));
     EXPECT_EQ(commands, "Readers:\n"
                         "  list                  List the readers\n"
+                        "  info                  Tell all of one reader\n"
                         "  ping                  Measure how fast a reader answers\n"
+                        "  beep                  Let a reader beep\n"
+                        "  luid                  Give a reader its logical unit ID\n"
                         "\n"
                         "Cards:\n"
                         "  read                  Read the card in the reader's field\n"
                         "\n"
+                        "Settings:\n"
+                        "  config                Show and change a reader's settings\n"
+                        "\n"
                         "Examples:\n"
                         "  zeltag list --sim\n"
+                        "  zeltag info --sim\n"
                         "  zeltag ping --device 0\n"
+                        "  zeltag beep 2 --long --sim\n"
+                        "  zeltag luid 12 --sim\n"
                         "  zeltag read --sim --watch\n"
+                        "  zeltag config show --sim\n"
+                        "  zeltag config get iIDHoldTO --sim\n"
+                        "  zeltag config set iIDHoldTO=2000 bBeepID=1 --dry-run --sim\n"
+                        "  zeltag config reset --factory --yes --sim\n"
                         "\n"
                         "`zeltag COMMAND --help` tells more of a command.\n");
 }
@@ -91,6 +104,15 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         WrongUsage{{}, "zeltag: no command given; `zeltag --help` lists them"},
         WrongUsage{{"frob"}, "zeltag: unknown command or option frob; `zeltag --help` shows how"},
+        WrongUsage{{"config"}, "zeltag: no command given; `zeltag config --help` lists them"},
+        WrongUsage{{"config", "frob"},
+                   "zeltag: The following argument was not expected: frob; "
+                   "`zeltag config --help` shows how"},
+        WrongUsage{{"luid", "65536"},
+                   "zeltag: LUID: Value 65536 not in range 0 to 65535; "
+                   "`zeltag luid --help` shows how"},
+        WrongUsage{{"beep", "3", "--long", "--sim"},
+                   "zeltag: a reader beeps long twice at most; give 1 or 2 with --long"},
         WrongUsage{{"read", "--frob"},
                    "zeltag: The following argument was not expected: --frob; "
                    "`zeltag read --help` shows how"},

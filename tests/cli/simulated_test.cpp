@@ -21,16 +21,19 @@ json runJson(const Arguments& arguments) {
 const json kDevice = {{"index", 0}, {"name", "sim:zeltag-0"}};
 
 TEST(SimulatedReader, IsListed) {
-    EXPECT_EQ(runZeltag({"list", "--sim"}), (Ended{0,
-                                                   "INDEX  NAME          PRODUCT   LUID\n"
-                                                   "    0  sim:zeltag-0  zelTag       -\n",
-                                                   ""}));
+    EXPECT_EQ(runZeltag({"list", "--sim"}),
+              (Ended{0,
+                     "INDEX  NAME          PRODUCT   LUID  FIRMWARE      CONFIGS\n"
+                     "    0  sim:zeltag-0  zelTag       7  3.2 ZT7_0302        1\n",
+                     ""}));
 }
 
 TEST(SimulatedReader, IsListedAsJson) {
     json device = kDevice;
     device["product"] = "zelTag";
-    device["luid"] = nullptr;
+    device["luid"] = 7;
+    device["firmware"] = {{"version", "3.2"}, {"file", "ZT7_0302"}};
+    device["configurations"] = 1;
     EXPECT_EQ(runJson({"list", "--sim", "--json"}), (json{{"devices", {device}}}));
 }
 

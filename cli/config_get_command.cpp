@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// `zeltag config get`: one setting of a reader.
+#include "cli/command.h"
+#include "cli/configuration.h"
+#include "cli/connection.h"
+#include "cli/device.h"
+#include "cli/word_search.h"
+#include "frame/zelTagAPI.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace zel::cli {
+
+namespace {
+
+class ConfigGetCommand : public Command {
+public:
+    CommandText text() const override {
+        return {"config get", "Settings", "Print one setting", "zeltag config get iIDHoldTO --sim"};
+    }
+
+    void addOptions(CLI::App& app) override {
+        app.add_option("NAME", name_, "The setting, such as iIDHoldTO or LEDCtrl.bVolatile")
+            ->option_text(" ")
+            ->required();
+        addConfigurationOption(app, configuration_);
+    }
+
+    Outcome run(const Options& options, Output& output) override {
+        const auto found = findWord(name_);
+        if (const auto* const failure = std::get_if<Failure>(&found))
+            return *failure;
+        const Connection connection(options, Need::Settings);
+        if (connection.failure())
+            return connection.failure();
+        const ChosenConfiguration chosen(configuration_);
+        if (chosen.failure())
+            return chosen.failure();
+        return print(*std::get<const Word*>(found), options, output);
+    }
+
+private:
+    // The bare number: made for programs.
+    static Outcome print(const Word& word, const Options& options, Output& output) {
+        Values values = {};
+        if (!readRecord(word.record, values))
+            return deviceFailed("showing", "");
+        const int value = values[word.index];
+        if (!options.json)
+            output.line(std::to_string(value));
+        else
+            output.object(Json{{"device", toJson(activeDevice())},
+                               {"config", GetActConfig()},
+                               {"record", recordName(word.record)},
+                               {"name", word.name},
+                               {"value", value}});
+        return {};
+    }
+
+    std::string name_;
+    std::optional<int> configuration_;
+};
+
+} // namespace
+
+std::unique_ptr<Command> command::config_get() { return std::make_unique<ConfigGetCommand>(); }
+
+} // namespace zel::cli
