@@ -6,8 +6,8 @@
 
 int main(void) {
     unsigned char id[32];
-    zeltag_USBDeviceConnect(ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT, NULL);
-    if (GetDevCnt() == 0) {
+    SetDevTypeSrch(0);
+    if (!USBConnect(NULL)) {
         fprintf(stderr, "no reader found\n");
         return 1;
     }
