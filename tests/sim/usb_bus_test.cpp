@@ -163,6 +163,7 @@ TEST_F(SimulatedBus, AnswersWithOneWrongByte) {
 
 TEST_F(SimulatedBus, TracesACommandThatCameTooEarly) {
     connectReader();
+    forgiveHaste();
     const unsigned char commit[8] = {0x90, 1};
     bus().backend().setFeature(DevDat[0].hDev, 0, commit, sizeof commit);
     Ping();

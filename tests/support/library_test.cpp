@@ -17,6 +17,9 @@ LibraryTest::LibraryTest() {
 LibraryTest::~LibraryTest() {
     USBDisconnect();
     EXPECT_EQ(bus().openHandles(), 0) << "a handle stayed open";
+    for (const auto& reader : plugged_)
+        EXPECT_EQ(reader->violations(), 0) << reader->lastViolation();
+    plugged_.clear();
     onPause({});
     _APIinit();
     cbIndex = 0;
@@ -30,6 +33,7 @@ std::shared_ptr<sim::TagReader> LibraryTest::plugReader(const sim::UsbIdentity& 
                                                         const sim::TagOptions& options) {
     auto reader = std::make_shared<sim::TagReader>(options);
     bus().plug(reader, identity);
+    plugged_.push_back(reader);
     return reader;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A freshly loaded library, a simulated bus with its trace, and a clock that the test owns.
+// A freshly loaded library, a simulated bus with its trace, and a clock that the test owns. A test
+// also fails when a command came earlier than a plugged reader allows.
 #pragma once
 
 #include "frame/zelTagAPI.h"
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace zel::test {
 
@@ -34,6 +36,12 @@ protected:
     static void setFilterRow(int row, unsigned short vendor, unsigned short product);
 
     static sim::UsbBus& bus() { return sim::usbBus(); }
+
+    // For a test that lets a command come too early on purpose.
+    static void forgiveHaste() { plugged_.clear(); }
+
+private:
+    static inline std::vector<std::shared_ptr<sim::TagReader>> plugged_;
 };
 
 } // namespace zel::test
