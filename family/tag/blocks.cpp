@@ -12,9 +12,9 @@ namespace zel::tag {
 namespace {
 
 constexpr int kNibble = 15;
-constexpr int kCharacters = 3;     // lead and trail characters together
-constexpr int kFirstCharacter = 5; // byte of block 2
-constexpr int kOptionBit = 1 << 1; // of bytes 5 and 6 of block 3
+constexpr int kCharacters = 3;             // lead and trail characters together
+constexpr std::size_t kFirstCharacter = 5; // byte of block 2
+constexpr int kOptionBit = 1 << 1;         // of bytes 5 and 6 of block 3
 constexpr int kSevenBits = 127;
 constexpr int kExtBytes = 7;
 
@@ -50,13 +50,14 @@ void decodeCharacters(tsTagCfg& config, const Payload& bytes) {
     std::int16_t* const trails[] = {&config.sIDDispParms3.iTrailChr0,
                                     &config.sIDDispParms3.iTrailChr1,
                                     &config.sIDDispParms3.iTrailChr2};
-    const int lead = config.sIDDispParms2.iLeadChrCnt;
-    for (int i = 0; i < kCharacters; ++i)
-        *leads[i] = *trails[i] = 0;
-    // What the leads leave goes to the trails, whatever their count says.
-    for (int i = 0; i < kCharacters; ++i)
-        *(i < lead ? leads[i] : trails[i - lead]) =
-            bytes[static_cast<std::size_t>(kFirstCharacter + i)];
+    // Two bits of the block: 0 to 3. What the leads leave goes to the trails, whatever their count
+    // says.
+    const auto lead = static_cast<std::size_t>(config.sIDDispParms2.iLeadChrCnt);
+    for (std::size_t i = 0; i < kCharacters; ++i) {
+        *leads[i] = i < lead ? bytes[kFirstCharacter + i] : std::int16_t{0};
+        const std::size_t at = lead + i;
+        *trails[i] = at < kCharacters ? bytes[kFirstCharacter + at] : std::int16_t{0};
+    }
 }
 
 // Leads have priority over trails when both don't fit.
