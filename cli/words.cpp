@@ -8,14 +8,13 @@
 #include <cstring>
 #include <fmt/format.h>
 #include <string_view>
-#include <tuple>
 
 namespace zel::cli {
 
 namespace {
 
 enum Record : std::size_t {
-#define ZEL_RECORD(record, table) record,
+#define ZEL_RECORD(record, table, calls) record,
 #define ZEL_WORD(record, index, name, label, kind, description, place)
 #include "frame/records.def"
 #undef ZEL_RECORD
@@ -28,7 +27,7 @@ constexpr int mirror(int, int, int) { return 1; }
 constexpr int nowhere = 1;
 
 constexpr Word kWords[] = {
-#define ZEL_RECORD(record, table)
+#define ZEL_RECORD(record, table, calls)
 #define ZEL_WORD(record, index, name, label, kind, description, place)                             \
     {Record::record, index, #name, WordKind::kind, description, place},
 #include "frame/records.def"
@@ -36,37 +35,18 @@ constexpr Word kWords[] = {
 #undef ZEL_WORD
 };
 
-template <class Struct> struct Calls {
-    int (*get)(Struct*);
-    int (*set)(Struct*);
-};
-template <class Struct> Calls(int (*)(Struct*), int (*)(Struct*)) -> Calls<Struct>;
-
-const std::tuple kCalls = {
-    Calls{GetFlags, SetFlags},
-    Calls{GetFlags2, SetFlags2},
-    Calls{GetFlags3, SetFlags3},
-    Calls{GetIDBitCnts, SetIDBitCnts},
-    Calls{GetIDDispParms, SetIDDispParms},
-    Calls{GetIDDispParms2, SetIDDispParms2},
-    Calls{GetIDDispParms3, SetIDDispParms3},
-    Calls{GetTimeParms, SetTimeParms},
-    Calls{GetLEDCtrl, SetLEDCtrl},
-    Calls{GetBprRlyCtrl, SetBprRlyCtrl},
-};
-
-template <class Struct> bool getRecord(Values& values) {
+template <class Struct, int (*get)(Struct*)> bool getRecord(Values& values) {
     static_assert(sizeof(Struct) == sizeof(Values));
     Struct record = {};
-    const bool done = std::get<Calls<Struct>>(kCalls).get(&record) == 1;
+    const bool done = get(&record) == 1;
     std::memcpy(values.data(), &record, sizeof record);
     return done;
 }
 
-template <class Struct> bool setRecord(const Values& values) {
+template <class Struct, int (*set)(Struct*)> bool setRecord(const Values& values) {
     Struct record = {};
     std::memcpy(&record, values.data(), sizeof record);
-    return std::get<Calls<Struct>>(kCalls).set(&record) == 1;
+    return set(&record) == 1;
 }
 
 struct Access {
@@ -76,7 +56,8 @@ struct Access {
 };
 
 constexpr Access kAccess[] = {
-#define ZEL_RECORD(record, table) {#record, getRecord<s##record>, setRecord<s##record>},
+#define ZEL_RECORD(record, table, calls)                                                           \
+    {#record, getRecord<s##record, Get##calls>, setRecord<s##record, Set##calls>},
 #define ZEL_WORD(record, index, name, label, kind, description, place)
 #include "frame/records.def"
 #undef ZEL_RECORD

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The exported single operations of a reader.
 #include "family/tag/services.h"
-#include "base/text.h"
-
+#include "base/text_by_character.h"
 #include "frame/dispatch.h"
 #include "frame/lock.h"
 #include "frame/zelTagAPI.h"
-
-#include <cstring>
 
 using namespace zel;
 
@@ -16,8 +13,6 @@ namespace {
 constexpr int kUnknown = -1;
 constexpr char kHidName[] = "linux";
 
-int unsupported() { return unsupportedValue(); }
-
 } // namespace
 
 int BeepNow(unsigned char code, short isLong) {
@@ -25,14 +20,12 @@ int BeepNow(unsigned char code, short isLong) {
     return hasActiveDevice() ? forTag(zeltag_BeepNow, code, isLong) : 0;
 }
 
-int SetBeeperVolume(unsigned char volume) {
-    return forDeviceOr(unsupported(), zeltag_SetBeeperVolume, volume);
-}
+int SetBeeperVolume(unsigned char volume) { return forDevice(zeltag_SetBeeperVolume, volume); }
 
 int GetBeeperVolume() { return forDeviceOr(kUnknown, zeltag_GetBeeperVolume); }
 
 int SetBTLEConfiguration(unsigned char configuration) {
-    return forDeviceOr(unsupported(), zeltag_SetBTLEConfiguration, configuration);
+    return forDevice(zeltag_SetBTLEConfiguration, configuration);
 }
 
 int GetBTLEConfiguration() { return forDeviceOr(kUnknown, zeltag_GetBTLEConfiguration); }
@@ -41,13 +34,17 @@ int IsBTLEPresent() { return forDeviceOr(kUnknown, zeltag_IsBTLEPresent); }
 
 int ReadBaudRate() { return forDeviceOr(kUnknown, zeltag_ReadBaudRate); }
 
-int WriteBaudRate(unsigned char code) {
-    return forDeviceOr(unsupported(), zeltag_WriteBaudRate, code);
-}
+int WriteBaudRate(unsigned char code) { return forDevice(zeltag_WriteBaudRate, code); }
 
 void SetBaudRate(unsigned int rate) { defaultbaudrate = rate; }
 
+// A magnetic stripe reader has its device ID and its version, as unit 0.
 unsigned int GetFirmwareVersion(short unit, short slot) {
+    const bool isBand = activeProduct() == kBand && unit == 0;
+    if (isBand && slot == 0)
+        return activeRecord().iDID;
+    if (isBand && slot == 1)
+        return activeRecord().iFWVer;
     return forTag(zeltag_GetFirmwareVersion, unit, slot);
 }
 
@@ -57,15 +54,11 @@ char* GetFWFilename() { return hasActiveDevice() ? activeRecord().szFWFile : nul
 
 char* getPartNumberString() { return hasActiveDevice() ? activeRecord().szPartNum : nullptr; }
 
-// Index 0 takes a fresh copy.
 int getPartNumberString_char(short index) {
-    static constinit char text[sizeof(tsDevDat::szPartNum)] = {};
+    static constinit TextOut<sizeof(tsDevDat::szPartNum)> partNumber;
     if (!hasActiveDevice())
         return 0;
-    if (index == 0)
-        copyText(text, activeRecord().szPartNum);
-    const int length = static_cast<int>(std::strlen(text));
-    return index >= 0 && index <= length ? static_cast<unsigned char>(text[index]) : 0;
+    return partNumber.at(index, [](auto& text) { copyText(text, activeRecord().szPartNum); });
 }
 
 unsigned char* getESN() {
@@ -102,6 +95,8 @@ int WriteSEKeyRefrence(unsigned char* data, int length, int keyNumber) {
 int WriteEV1FileRefrence(unsigned char* data, int length) {
     return forDeviceOr(0, zeltag_WriteEV1FileRefrence, data, length);
 }
+
+int UseAsciiCommandProtocol(short flag) { return forTag(zeltag_UseAsciiCommandProtocol, flag); }
 
 int GetHIDGuid(const char** name) {
     if (name)

@@ -18,7 +18,9 @@ constexpr std::uint8_t kOldSepFldHeader = 12;
 
 bool hasActiveDevice() { return iActDev >= 0 && iActDev < iDevsFnd && iActDev < kMaxDevices; }
 
-bool hasActiveTag() { return hasActiveDevice() && activeRecord().iProduct == kTag; }
+std::uint32_t activeProduct() {
+    return hasActiveDevice() ? activeRecord().iProduct : std::uint32_t{kNoProduct};
+}
 
 tsDevDat& activeRecord() {
     const int index = iActDev;

@@ -22,8 +22,11 @@ enum Search : std::uint16_t { kUsb = 0, kSerial = 1, kNetwork = 2, kAllTransport
 // Whether a connect tries USB.
 inline bool searchesUsb() { return iCnctDevType == kUsb || iCnctDevType == kAllTransports; }
 
+// The product code of the active device, kNoProduct without one. Read afresh on each call.
+std::uint32_t activeProduct();
+
 // Whether the active device is a proximity reader.
-bool hasActiveTag();
+inline bool hasActiveTag() { return activeProduct() == kTag; }
 
 // The value of hDev in a record that holds no USB handle.
 inline void* noHandle() { return reinterpret_cast<void*>(UINTPTR_MAX); }

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: MIT */
-/* The public interface of libzelTagAPI: find identification devices and read the card in the field.
+/** @file
+ * The public interface of libzelTagAPI: find identification devices and read the card in the field.
  *
  * The library keeps one process-wide table of up to 127 devices. Each call works on the one active
  * device, on the caller's thread, and starts no thread of its own. The library is ready once it is
@@ -17,6 +18,9 @@
 #ifndef ZELTAGAPI_H
 #define ZELTAGAPI_H
 
+#include "frame/zelTagAccessors.h"
+#include "frame/zelTagBand.h"
+#include "frame/zelTagEcho.h"
 #include "frame/zelTagExport.h"
 #include "frame/zelTagRecords.h"
 
@@ -25,12 +29,16 @@
 
 ZELTAGAPI_BEGIN
 
-/* ---- Library ---- */
+/** @name Library
+ *
+ * No device traffic, but for _APIfini(), which closes the devices; no lock of their own.
+ * @{ */
 
-/** The version of this header; GetLibVersion() tells that of the library in use. */
-#define ZELTAGAPI_VERSION_MAJOR 7
-#define ZELTAGAPI_VERSION_MINOR 6
-#define ZELTAGAPI_VERSION_BUILD 4
+/* The version of this header; GetLibVersion() tells that of the library in use. */
+
+#define ZELTAGAPI_VERSION_MAJOR 7 /**< the header's major version */
+#define ZELTAGAPI_VERSION_MINOR 6 /**< the header's minor version */
+#define ZELTAGAPI_VERSION_BUILD 4 /**< the header's build number */
 
 /** Sets the library up: the lock, an empty device table and all defaults.
  * Runs by itself when the library is loaded. Calling it again clears the table and initialises the
@@ -79,13 +87,19 @@ ZELTAGAPI_EXPORT zelMarkerFunction SetMarkerFunction(zelMarkerFunction function)
 /** Does nothing. */
 ZELTAGAPI_EXPORT void Debug(void);
 
-/** Does nothing; takes the arguments of printf. */
+/** Does nothing; takes the arguments of printf.
+ * @param format as of printf */
 ZELTAGAPI_EXPORT void _DPrintf(const char* format, ...) ZELTAGAPI_PRINTF(1, 2);
 
 /** Does nothing. */
 ZELTAGAPI_EXPORT void DebugDump(void);
 
-/* ---- Errors ---- */
+/** @} */
+
+/** @name Errors
+ *
+ * No device traffic; no lock.
+ * @{ */
 
 /* Bits of the error word that GetLastLibErr() returns. */
 
@@ -117,7 +131,12 @@ ZELTAGAPI_EXPORT int SetUnsupportedProductErrorCode(int code);
 /** @return the unsupported value, -32768 to 32767, 0 at start */
 ZELTAGAPI_EXPORT int GetUnsupportedProductErrorCode(void);
 
-/* ---- Connect ---- */
+/** @} */
+
+/** @name Connect
+ *
+ * Fill, choose from and empty the device table.
+ * @{ */
 
 /** The USB identity of the proximity reader, for zeltag_USBDeviceConnect(). */
 enum { ZELTAG_USB_VENDOR = 0x5A3E, ZELTAG_USB_PRODUCT = 0x9D23 };
@@ -131,6 +150,7 @@ enum { ZELTAGAPI_ZELTAG = 1, ZELTAGAPI_ZELBAND = 2, ZELTAGAPI_ZELECHO = 4 };
 ZELTAGAPI_EXPORT int SetConnectProduct(unsigned int mask);
 
 /** Chooses which transports a connect tries: 0 USB, 1 serial, 2 TCP, 65535 or -1 all.
+ * @param type 0, 1, 2, 65535 or -1
  * @return 1, or 0 for another value, which changes nothing */
 ZELTAGAPI_EXPORT int SetDevTypeSrch(short type);
 
@@ -143,26 +163,9 @@ ZELTAGAPI_EXPORT int SetDevTypeSrch(short type);
  * tells how many were found, and `lLastCnctErr` has bit 0x10000 */
 ZELTAGAPI_EXPORT int USBConnect(int64_t* did);
 
-/** As USBConnect() without a place for the device ID. */
+/** As USBConnect() without a place for the device ID.
+ * @return as USBConnect() */
 ZELTAGAPI_EXPORT int usbConnect(void);
-
-/** Reads the device filter list: "zelTagVIDPID.txt" of the working directory, else
- * "/home/norvane/zelTagVidPid.txt", else nine fixed lines. USBConnect() does so by itself. */
-ZELTAGAPI_EXPORT void LoadzelTagVidPidListFile(void);
-
-/** @return the name that the filter list gives the active device, "5A3E:9D23 Norvanex" for the
- * built-in identity and with no device; empty for a device that isn't a USB proximity reader */
-ZELTAGAPI_EXPORT const char* GetVidPidVendorName(void);
-
-/** @return a character of GetVidPidVendorName(), 0 from its end on */
-ZELTAGAPI_EXPORT int getVidPidVendorName_char(short index);
-
-/** @return the filter list's mask for the active device; the list hands it on and doesn't use it.
- * @param index 1 has data; 0 yields 0 */
-ZELTAGAPI_EXPORT int64_t GetVidPidFilterMask(int index);
-
-/** @return the compare value that belongs to GetVidPidFilterMask() */
-ZELTAGAPI_EXPORT int64_t GetVidPidFilterCompare(int index);
 
 /** Scans USB for proximity readers and appends each to the device table.
  * Only ZELTAG_USB_VENDOR with ZELTAG_USB_PRODUCT finds any, the readers of the device filter list
@@ -180,8 +183,8 @@ ZELTAGAPI_EXPORT intptr_t zeltag_USBDeviceConnect(unsigned short vendor, unsigne
  * @return always 1 */
 ZELTAGAPI_EXPORT int USBDisconnect(void);
 
-/** @return the number of devices in the table, 0 to 127 */
-ZELTAGAPI_EXPORT int GetDevCnt(void);
+/** @return the active device's product code, 0 with no device */
+ZELTAGAPI_EXPORT unsigned int GetProduct(void);
 
 /** Makes a device the active one.
  * @param device index from 0 to below GetDevCnt()
@@ -191,33 +194,44 @@ ZELTAGAPI_EXPORT int SetActDev(short device);
 /** @return the index of the active device */
 ZELTAGAPI_EXPORT int GetActDev(void);
 
-/** @return the active device's product code, 0 with no device */
-ZELTAGAPI_EXPORT unsigned int GetProduct(void);
+/** @return the number of devices in the table, 0 to 127 */
+ZELTAGAPI_EXPORT int GetDevCnt(void);
+
+/** @} */
+
+/** @name Connect through the active device
+ *
+ * For a device on a line. This version of the library serves no device here yet: until it does, the
+ * calls answer as without such a device.
+ * @{ */
+
+/** Scans the lines as ComConnect() does, through the family of the active device.
+ * @return the family's result; the unsupported value where no family on a line is active */
+ZELTAGAPI_EXPORT int comConnect(void);
+
+/** As comConnect(), for one line.
+ * @param port its number
+ * @return as there */
+ZELTAGAPI_EXPORT int comConnectPort(unsigned short port);
+
+/** Closes the active device's line; its record stays.
+ * @return as comConnect() */
+ZELTAGAPI_EXPORT int ComDisconnect(void);
+
+/** @} */
+
+/** @name Device identity
+ *
+ * No device traffic; no lock.
+ * @{ */
 
 /** @return the active device's transport: 0 USB feature reports, 1 a byte stream. Without a device
  * that of record 0. */
 ZELTAGAPI_EXPORT int GetDevType(void);
 
-/** Copies the active device's name: for USB its device path.
- * @param name at least 512 bytes
- * @return 999 for a USB device, the port number for a device on a line, the unsupported value with
- * no active device or a null `name` */
-ZELTAGAPI_EXPORT int GetDevName(char* name);
-
-/** As GetDevName(), with a 16-bit result. */
-ZELTAGAPI_EXPORT int nv_GetDevName(char* name);
-
-/** @return a character of the active device's name, index 0 to 511; else 0 */
-ZELTAGAPI_EXPORT int getDevName_char(short index);
-
-/** As GetDevType(). */
+/** As GetDevType().
+ * @return as GetDevType() */
 ZELTAGAPI_EXPORT int nv_GetDevType(void);
-
-/** Finds a device by its logical unit ID, since the order of devices is undefined.
- * @param luid the ID
- * @param start first index to look at, at least 0; go on behind a hit when IDs repeat
- * @return its index, or -1 */
-ZELTAGAPI_EXPORT int GetDevByLUID(short luid, short start);
 
 /** @return the device ID that the active device reported; without a device that of record 0 */
 ZELTAGAPI_EXPORT int GetDID(void);
@@ -235,7 +249,158 @@ ZELTAGAPI_EXPORT int SetLUID(unsigned short luid);
  * configuration was read; without a device that of record 0 */
 ZELTAGAPI_EXPORT int64_t GetSN(void);
 
-/* ---- Configuration ---- */
+/** Copies the active device's name: for USB its device path.
+ * @param name at least 512 bytes
+ * @return 999 for a USB device, the port number for a device on a line, the unsupported value with
+ * no active device or a null `name` */
+ZELTAGAPI_EXPORT int GetDevName(char* name);
+
+/** As GetDevName(), with a 16-bit result.
+ * @param name at least 512 bytes
+ * @return as there */
+ZELTAGAPI_EXPORT int nv_GetDevName(char* name);
+
+/** @return a character of the active device's name, index 0 to 511; else 0
+ * @param index 0 for the first character */
+ZELTAGAPI_EXPORT int getDevName_char(short index);
+
+/** Finds a device by its logical unit ID, since the order of devices is undefined.
+ * @param luid the ID
+ * @param start first index to look at, at least 0; go on behind a hit when IDs repeat
+ * @return its index, or -1 */
+ZELTAGAPI_EXPORT int GetDevByLUID(short luid, short start);
+
+/** Stores a pointer to the fixed text "linux".
+ * @param name receives the pointer; may be null
+ * @return always 1 */
+ZELTAGAPI_EXPORT int GetHIDGuid(const char** name);
+
+/** @} */
+
+/** @name Presence
+ * @{ */
+
+/** Tests whether the active device is present and measures the test: one query of opcode 0x8A on a
+ * proximity reader. Not locked.
+ * @return 1 to 65535, the elapsed milliseconds, when present; else the clock's value at the start,
+ * a number far above 65535 */
+ZELTAGAPI_EXPORT uint64_t Ping(void);
+
+/** @} */
+
+/** @name Hot plug
+ *
+ * The library watches for no devices itself: the application tells it of arrivals and removals by
+ * name. No lock. This version of the library serves no device here yet: until it does, the calls
+ * answer as without such a device.
+ * @{ */
+
+/** Tells the library that a device arrived, through the family of the active device.
+ * @param name the arriving device's name, below 512 characters
+ * @return 1 when a record was added, else 0; the unsupported value with no active device */
+ZELTAGAPI_EXPORT int ChkAddArrival(const char* name);
+
+/** The same with the name given by characters.
+ * @param index 0 starts the name anew, 1 to 254 go on, 255 ends it
+ * @param character the character at the index; none at 255
+ * @return 1 for a character kept, 0 for another index; at 255 the result of ChkAddArrival() */
+ZELTAGAPI_EXPORT int chkAddArrival_char(short index, short character);
+
+/** Tells the library that a device left.
+ * @param name the device's name in the table, compared without case
+ * @return 1 when a record was removed, else 0 */
+ZELTAGAPI_EXPORT int ChkDelRemoval(const char* name);
+
+/** The same with the name given by characters, see chkAddArrival_char().
+ * @param index 0 to 255
+ * @param character the character at the index
+ * @return as chkAddArrival_char(), with the result of ChkDelRemoval() */
+ZELTAGAPI_EXPORT int chkDelRemoval_char(short index, short character);
+
+/** @} */
+
+/** @name Filter list
+ *
+ * Which USB identities count as proximity readers. No device traffic but for the last one; no lock.
+ * @{ */
+
+/** Reads the device filter list: "zelTagVIDPID.txt" of the working directory, else
+ * "/home/norvane/zelTagVidPid.txt", else nine fixed lines. USBConnect() does so by itself. */
+ZELTAGAPI_EXPORT void LoadzelTagVidPidListFile(void);
+
+/** @return the name that the filter list gives the active device, "5A3E:9D23 Norvanex" for the
+ * built-in identity and with no device; empty for a device that isn't a USB proximity reader */
+ZELTAGAPI_EXPORT const char* GetVidPidVendorName(void);
+
+/** @return a character of GetVidPidVendorName(), 0 from its end on
+ * @param index 0 for the first character */
+ZELTAGAPI_EXPORT int getVidPidVendorName_char(short index);
+
+/** @return the filter list's mask for the active device; the list hands it on and doesn't use it.
+ * @param index 1 has data; 0 yields 0 */
+ZELTAGAPI_EXPORT int64_t GetVidPidFilterMask(int index);
+
+/** @return the compare value that belongs to GetVidPidFilterMask()
+ * @param index as there */
+ZELTAGAPI_EXPORT int64_t GetVidPidFilterCompare(int index);
+
+/** Whether the active reader is of the kind that starts in a keystroke mode and takes a beep code
+ * of 0 as the command that ends it. No device traffic. @return 1 or 0 */
+ZELTAGAPI_EXPORT int isKQ7Reader(void);
+
+/** Ends that mode: BeepNow(0, 0). A connect does so by itself. */
+ZELTAGAPI_EXPORT void unlockKeystrokeModeOfKQ7(void);
+
+/** @} */
+
+/** @name Lines
+ *
+ * The bytes of a device on a line; no lock. This version of the library serves no device here yet:
+ * until it does, the calls answer as without such a device.
+ * @{ */
+
+/** Sets the speed at which the next serial connect opens ports, in baud; not tested.
+ * @param rate baud */
+ZELTAGAPI_EXPORT void SetBaudRate(unsigned int rate);
+
+/** Reads what the active device's line brings.
+ * @param buffer at least `size` bytes
+ * @param size bytes wanted
+ * @return the count read; 0 for a device without an open line */
+ZELTAGAPI_EXPORT int64_t ReadSerialPort(unsigned char* buffer, unsigned int size);
+
+/** Writes to the active device's line.
+ * @param buffer `size` bytes
+ * @param size bytes to write
+ * @return the count written; 0 for a device without an open line */
+ZELTAGAPI_EXPORT int64_t WriteSerialPort(const unsigned char* buffer, unsigned int size);
+
+/** As ReadSerialPort(), waiting for less long.
+ * @param buffer at least `size` bytes
+ * @param size bytes wanted
+ * @return as there */
+ZELTAGAPI_EXPORT int64_t QuickReadSerialPort(unsigned char* buffer, unsigned int size);
+
+/** As ReadSerialPort(), into a buffer of the library.
+ * @param index -1 (65535) clears the buffer and reads up to 1024 bytes; 0 to 1023 a byte of it
+ * @return at -1 the count read; else the byte, sign-extended; 0 for another index */
+ZELTAGAPI_EXPORT int readSerialPort_char(short index);
+
+/** As readSerialPort_char(), with QuickReadSerialPort() and a buffer of its own.
+ * @param index as there
+ * @return as there */
+ZELTAGAPI_EXPORT int quickReadSerialPort_char(short index);
+
+/** Changes nothing: the waits of a line are fixed.
+ * @param first of no effect
+ * @param second of no effect
+ * @param third of no effect */
+ZELTAGAPI_EXPORT void SetSerialTimeouts(int first, int second, int third);
+
+/** @} */
+
+/** @name Whole configuration
+ * @{ */
 
 /** Reads the active device's whole configuration into the library: for a proximity reader its LUID,
  * four blocks, field data and texts, once for each of its configurations. Locks.
@@ -268,7 +433,11 @@ ZELTAGAPI_EXPORT int SaveUserDflts(void);
  * @return as ResetUserDflts(), of the second copy */
 ZELTAGAPI_EXPORT int zelTagPlusDefaults(void);
 
-/* The calls below work on the active configuration of the active proximity reader, in memory: no
+/** @} */
+
+/** @name Records
+ *
+ * These calls work on the active configuration of the active proximity reader, in memory: no
  * device traffic, no lock. They return 1; 0 with the reason in the error word; the unsupported
  * value without such a reader.
  *
@@ -277,176 +446,140 @@ ZELTAGAPI_EXPORT int zelTagPlusDefaults(void);
  *
  * A set checks the record, copies it in and marks it for WriteCfg(). It fails with
  * ZELTAGAPI_ERR_SET and ZELTAGAPI_ERR_NULL, or the code of the first word out of range: that word's
- * range stands at the call. Words without a range take any value. */
+ * range stands at the call. Words without a range take any value.
+ * @{ */
 
-/** Copies the first set of flags out. */
+/** Copies the first set of flags out. Of a magnetic stripe reader and of a sensor bHaltKBSnd alone:
+ * the other words stay as they are, and the result is 1.
+ * @param record receives the record
+ * @return see above */
 ZELTAGAPI_EXPORT int GetFlags(struct sCfgFlags* record);
-/** Sets the first set of flags. */
+
+/** Sets the first set of flags; of the other products bHaltKBSnd alone.
+ * @param record the record to set
+ * @return see above */
 ZELTAGAPI_EXPORT int SetFlags(struct sCfgFlags* record);
-/** Copies the second set of flags out. */
-ZELTAGAPI_EXPORT int GetFlags2(struct sCfgFlags2* record);
-/** Sets the second set of flags; isASCIIpresent comes from the reader alone. */
-ZELTAGAPI_EXPORT int SetFlags2(struct sCfgFlags2* record);
-/** Copies the third set of flags out. */
-ZELTAGAPI_EXPORT int GetFlags3(struct sCfgFlags3* record);
-/** Sets the third set of flags. bNotBootDev reaches the reader only when another record marks its
- * block. */
-ZELTAGAPI_EXPORT int SetFlags3(struct sCfgFlags3* record);
-/** Copies the bit counts out. */
-ZELTAGAPI_EXPORT int GetIDBitCnts(struct sIDBitCnts* record);
-/** Sets the bit counts: parity at most 15, or 142 where ExFeatures01 has bit 7 (codes 0x1010,
- * 0x1011); iIDBitCnt 1 to 255 (0x1012), cut to seven bits on its way to the reader; iTotalBitCnt 26
- * to 255 (0x1013). */
-ZELTAGAPI_EXPORT int SetIDBitCnts(struct sIDBitCnts* record);
-/** Copies the display settings out. */
-ZELTAGAPI_EXPORT int GetIDDispParms(struct sIDDispParms* record);
-/** Sets the display settings: delimiters at most 255 (codes 0x1020, 0x1021), lengths at most 25
- * (0x1022, 0x1023). */
-ZELTAGAPI_EXPORT int SetIDDispParms(struct sIDDispParms* record);
-/** Copies the lead and card-gone characters out. */
-ZELTAGAPI_EXPORT int GetIDDispParms2(struct sIDDispParms2* record);
-/** Sets the lead and card-gone characters: iLeadChrCnt at most 3 (code 0x1050). */
-ZELTAGAPI_EXPORT int SetIDDispParms2(struct sIDDispParms2* record);
-/** Copies the trail characters out. */
-ZELTAGAPI_EXPORT int GetIDDispParms3(struct sIDDispParms3* record);
-/** Sets the trail characters: iTrailChrCnt at most 3 (code 0x1050); leads and trails beyond three
- * together are cut, leads first served. */
-ZELTAGAPI_EXPORT int SetIDDispParms3(struct sIDDispParms3* record);
-/** Copies the times out, in milliseconds. */
+
+/** Copies the times out, in milliseconds.
+ * @param record receives the record
+ * @return see above */
 ZELTAGAPI_EXPORT int GetTimeParms(struct sTimeParms* record);
+
 /** Sets the times: iBitStrmTO and the key times at most 1020 ms in steps of 4 (codes 0x1030,
  * 0x1033, 0x1034), iIDHoldTO and iIDLockOutTm at most 12750 ms in steps of 50 (0x1031, 0x1032). The
- * record's iTPCfgFlg3 is thrown away. */
+ * record's iTPCfgFlg3 is thrown away.
+ * @param record the record to set
+ * @return see above */
 ZELTAGAPI_EXPORT int SetTimeParms(struct sTimeParms* record);
-/** Copies the LED settings out. */
+
+/** Copies the LED settings out. A sensor has bAppCtrlsLED, iRedLEDState and iGrnLEDState: they are
+ * cleared first, and set when its LED flags lie from 0 to 7; other flags are themselves the result.
+ * @param record receives the record
+ * @return see above */
 ZELTAGAPI_EXPORT int GetLEDCtrl(struct sLEDCtrl* record);
+
 /** Sets the LEDs. With bVolatile they change at once (two reports out) and nothing is marked;
- * whether that went well isn't told. */
+ * whether that went well isn't told.
+ * @param record the record to set
+ * @return see above */
 ZELTAGAPI_EXPORT int SetLEDCtrl(struct sLEDCtrl* record);
-/** Copies the beeper and relay settings out. */
+
+/** Copies the second set of flags out.
+ * @param record receives the record
+ * @return see above */
+ZELTAGAPI_EXPORT int GetFlags2(struct sCfgFlags2* record);
+
+/** Sets the second set of flags; isASCIIpresent comes from the reader alone.
+ * @param record the record to set
+ * @return see above */
+ZELTAGAPI_EXPORT int SetFlags2(struct sCfgFlags2* record);
+
+/** Copies the third set of flags out; of a magnetic stripe reader bUseNumKP alone, as GetFlags().
+ * @param record receives the record
+ * @return see above */
+ZELTAGAPI_EXPORT int GetFlags3(struct sCfgFlags3* record);
+
+/** Sets the third set of flags. bNotBootDev reaches the reader only when another record marks its
+ * block. Of a magnetic stripe reader bUseNumKP alone.
+ * @param record the record to set
+ * @return see above */
+ZELTAGAPI_EXPORT int SetFlags3(struct sCfgFlags3* record);
+
+/** Copies the bit counts out.
+ * @param record receives the record
+ * @return see above */
+ZELTAGAPI_EXPORT int GetIDBitCnts(struct sIDBitCnts* record);
+
+/** Sets the bit counts: parity at most 15, or 142 where ExFeatures01 has bit 7 (codes 0x1010,
+ * 0x1011); iIDBitCnt 1 to 255 (0x1012), cut to seven bits on its way to the reader; iTotalBitCnt 26
+ * to 255 (0x1013).
+ * @param record the record to set
+ * @return see above */
+ZELTAGAPI_EXPORT int SetIDBitCnts(struct sIDBitCnts* record);
+
+/** Copies the display settings out.
+ * @param record receives the record
+ * @return see above */
+ZELTAGAPI_EXPORT int GetIDDispParms(struct sIDDispParms* record);
+
+/** Sets the display settings: delimiters at most 255 (codes 0x1020, 0x1021), lengths at most 25
+ * (0x1022, 0x1023).
+ * @param record the record to set
+ * @return see above */
+ZELTAGAPI_EXPORT int SetIDDispParms(struct sIDDispParms* record);
+
+/** Copies the lead and card-gone characters out.
+ * @param record receives the record
+ * @return see above */
+ZELTAGAPI_EXPORT int GetIDDispParms2(struct sIDDispParms2* record);
+
+/** Sets the lead and card-gone characters: iLeadChrCnt at most 3 (code 0x1050).
+ * @param record the record to set
+ * @return see above */
+ZELTAGAPI_EXPORT int SetIDDispParms2(struct sIDDispParms2* record);
+
+/** Copies the trail characters out.
+ * @param record receives the record
+ * @return see above */
+ZELTAGAPI_EXPORT int GetIDDispParms3(struct sIDDispParms3* record);
+
+/** Sets the trail characters: iTrailChrCnt at most 3 (code 0x1050); leads and trails beyond three
+ * together are cut, leads first served.
+ * @param record the record to set
+ * @return see above */
+ZELTAGAPI_EXPORT int SetIDDispParms3(struct sIDDispParms3* record);
+
+/** Copies the beeper and relay settings out.
+ * @param record receives the record
+ * @return see above */
 ZELTAGAPI_EXPORT int GetBprRlyCtrl(struct sBprRlyCtrl* record);
-/** Sets beeper and relay, with bVolatile as for SetLEDCtrl(). */
+
+/** Sets beeper and relay, with bVolatile as for SetLEDCtrl().
+ * @param record the record to set
+ * @return see above */
 ZELTAGAPI_EXPORT int SetBprRlyCtrl(struct sBprRlyCtrl* record);
+
 /** Copies the field and separator data out.
  * @param buffer 128 bytes
- * @param size at least 128, else 0 with no error word */
+ * @param size at least 128
+ * @return see above; 0 with no error word when `size` is less */
 ZELTAGAPI_EXPORT int GetSepFldData(struct uSFD* buffer, short size);
+
 /** Sets the field and separator data of a configuration that was read.
  * @param buffer 128 bytes
- * @param size at least 128, else 0 with no error word */
+ * @param size at least 128
+ * @return see above; 0 with no error word when `size` is less */
 ZELTAGAPI_EXPORT int SetSepFldData(struct uSFD* buffer, short size);
-/** Sets the two key values of 16 bytes; they go to the reader with the field data. */
+
+/** Sets the two key values of 16 bytes; they go to the reader with the field data.
+ * @param record 32 bytes
+ * @return 1, or the unsupported value */
 ZELTAGAPI_EXPORT int SetHashKeyData(struct sHashKeyData* record);
 
-/** Sets a keyboard option of block 3. */
-ZELTAGAPI_EXPORT int SetAZERTYShiftLock(short value);
-/** @return the option, 16 bits */
-ZELTAGAPI_EXPORT int GetAZERTYShiftLock(void);
-/** Sets a display option of block 3. */
-ZELTAGAPI_EXPORT int SetExtendedPrecisionMath(short value);
-/** @return the option, 16 bits */
-ZELTAGAPI_EXPORT int GetExtendedPrecisionMath(void);
-/** Holds a value that no report and no file carries. @return 1, or 0 without a proximity reader */
-ZELTAGAPI_EXPORT int Set64BytesInPackets(short value);
-/** @return the value held, or 0 */
-ZELTAGAPI_EXPORT int Get64BytesInPackets(void);
-/** As Set64BytesInPackets(). */
-ZELTAGAPI_EXPORT int SetEasyReadMode(short value);
-/** @return the value held, or 0 */
-ZELTAGAPI_EXPORT int GetEasyReadMode(void);
-/** As Set64BytesInPackets(). */
-ZELTAGAPI_EXPORT int SetPrependCSN(short value);
-/** @return the value held, or 0 */
-ZELTAGAPI_EXPORT int GetPrependCSN(void);
-/** @return 128 when the reader's enhanced security flag is set, 0 when not; of configuration 0,
- * whichever is active */
-ZELTAGAPI_EXPORT int GetEnhanceSecurityFlag(void);
-/** Sets that flag; it goes to the reader with the field data of configuration 0. */
-ZELTAGAPI_EXPORT void SetEnhanceSecurityFlag(short value);
+/** @} */
 
-/* ---- Several configurations ---- */
-
-/* No device traffic, no lock. On a reader of another kind, or none: 0 unless told otherwise. */
-
-/** @return the highest configuration index, 0 to 10 */
-ZELTAGAPI_EXPORT int GetMaxConfig(void);
-/** @return the active configuration's index */
-ZELTAGAPI_EXPORT int GetActConfig(void);
-/** Makes a configuration the active one in the library; the reader isn't told.
- * @param config its low eight bits count, 0 to GetMaxConfig()
- * @return 1, or 0 for an index outside */
-ZELTAGAPI_EXPORT int SetActConfig(short config);
-/** @return the active configuration's card type, 16 bits; -1 on a reader of another kind */
-ZELTAGAPI_EXPORT int GetCardType(void);
-/** @return the active configuration's priority, 0 or 1; -1 on a reader of another kind */
-ZELTAGAPI_EXPORT int GetCardPriority(void);
-/** Sets the active configuration's card type and priority; each WriteCfg() sends them. @return 1 */
-ZELTAGAPI_EXPORT int SetCardTypePriority(unsigned short type, short priority);
-/** Whether the reader knows a card type; bits 4 to 7 don't count.
- * @return 1 when it does, for a type of 0, and when the reader told no list; 0 when not, and
- * without a proximity reader */
-ZELTAGAPI_EXPORT int IsCardTypeInList(unsigned short type);
-
-/* ---- Services of a reader ---- */
-
-/** Beeps at once: one query. Locks.
- * @param code number of beeps, 1 to 5; 0 counts as 1
- * @param isLong not 0: long beeps, two at most
- * @return 1; 0 with ZELTAGAPI_ERR_SERVICE or no active device; the unsupported value for another
- * product */
-ZELTAGAPI_EXPORT int BeepNow(unsigned char code, short isLong);
-/** Whether the active reader is of the kind that starts in a keystroke mode and takes a beep code
- * of 0 as the command that ends it. No device traffic. @return 1 or 0 */
-ZELTAGAPI_EXPORT int isKQ7Reader(void);
-/** Ends that mode: BeepNow(0, 0). A connect does so by itself. */
-ZELTAGAPI_EXPORT void unlockKeystrokeModeOfKQ7(void);
-/** Sets the beeper's volume: one query.
- * @return 1, or 0 when the reader doesn't take it; the unsupported value with no active device */
-ZELTAGAPI_EXPORT int SetBeeperVolume(unsigned char volume);
-/** Asks for the beeper's volume: one query. @return the volume, or -1 */
-ZELTAGAPI_EXPORT int GetBeeperVolume(void);
-/** Sets the radio's configuration: one query. @return 1 or 0 */
-ZELTAGAPI_EXPORT int SetBTLEConfiguration(unsigned char configuration);
-/** Asks for the radio's configuration: one query. @return 0 to 3; -1 without a radio */
-ZELTAGAPI_EXPORT int GetBTLEConfiguration(void);
-/** Asks whether there is a radio: one query. @return 1 or 0; -1 with no active device */
-ZELTAGAPI_EXPORT int IsBTLEPresent(void);
-/** Asks for the line's speed code; a USB reader has none and isn't asked. @return the code, or -1
- */
-ZELTAGAPI_EXPORT int ReadBaudRate(void);
-/** Sets the line's speed code; a USB reader isn't asked. @return 1 or 0 */
-ZELTAGAPI_EXPORT int WriteBaudRate(unsigned char code);
-/** Sets the speed at which the next serial connect opens ports, in baud; not tested. */
-ZELTAGAPI_EXPORT void SetBaudRate(unsigned int rate);
-/** A version word of a multi-configuration reader, as the connect read it. No device traffic.
- * @param unit 0 to 2
- * @param slot 0 to 4
- * @return the word, 0 for none; the unsupported value without a proximity reader */
-ZELTAGAPI_EXPORT unsigned int GetFirmwareVersion(short unit, short slot);
-/** @return the firmware version text of the active record; null with no active device */
-ZELTAGAPI_EXPORT char* GetFullFWVersion(void);
-/** @return the firmware file name of the active record; null with no active device */
-ZELTAGAPI_EXPORT char* GetFWFilename(void);
-/** @return the part number of the active record; null with no active device */
-ZELTAGAPI_EXPORT char* getPartNumberString(void);
-/** One character of the part number; index 0 takes a fresh copy. @return it, or 0 from its end on
- */
-ZELTAGAPI_EXPORT int getPartNumberString_char(short index);
-/** Asks a fast USB reader for its electronic serial number: five queries.
- * @return 32 bytes, good until the next call; null when there is none */
-ZELTAGAPI_EXPORT unsigned char* getESN(void);
-/** Transfers a key reference to the reader's secure element, four bytes a query.
- * @param data `length` bytes
- * @param length 0 to 512; more is refused with ZELTAGAPI_ERR_REFERENCE and nothing is sent
- * @param keyNumber its low eight bits count
- * @return 1 or 0 */
-ZELTAGAPI_EXPORT int WriteSEKeyRefrence(unsigned char* data, int length, int keyNumber);
-/** Transfers a file reference, as WriteSEKeyRefrence(). */
-ZELTAGAPI_EXPORT int WriteEV1FileRefrence(unsigned char* data, int length);
-/** Stores a pointer to the fixed text "linux". @return always 1 */
-ZELTAGAPI_EXPORT int GetHIDGuid(const char** name);
-
-/* ---- Card data ---- */
+/** @name Card data
+ * @{ */
 
 /** Reads the identifier of the card in the active reader's field, up to 64 bits.
  * Two queries (opcodes 0x8F and 0x8E): two feature reports out, two in (USB HID 1.11, 7.2.1 and
@@ -459,15 +592,21 @@ ZELTAGAPI_EXPORT int GetHIDGuid(const char** name);
 ZELTAGAPI_EXPORT int GetActiveID(unsigned char* buffer, short size);
 
 /** As GetActiveID(), for identifiers of up to 255 bits: five queries (opcode 0x8D with pages 0 to
- * 3, then 0x8E), and `size` up to 32 bytes are copied. */
+ * 3, then 0x8E), and `size` up to 32 bytes are copied.
+ * @param buffer at least 32 bytes
+ * @param size 0 to 32
+ * @return as there */
 ZELTAGAPI_EXPORT int GetActiveID32(unsigned char* buffer, short size);
 
 /** As GetActiveID() for callers that can't pass a buffer: the identifier goes to the library's own
  * buffer, see getActiveID_byte().
- * @param size 0 to 32; any other value counts as 32 */
+ * @param size 0 to 32; any other value counts as 32
+ * @return as there */
 ZELTAGAPI_EXPORT int getActiveID(short size);
 
-/** As getActiveID(), with the queries of GetActiveID32(). */
+/** As getActiveID(), with the queries of GetActiveID32().
+ * @param size 0 to 32; any other value counts as 32
+ * @return as there */
 ZELTAGAPI_EXPORT int getActiveID32(short size);
 
 /** One byte of the identifier last read by getActiveID() or getActiveID32(). No device traffic.
@@ -475,11 +614,332 @@ ZELTAGAPI_EXPORT int getActiveID32(short size);
  * @return the byte, 0 for an index outside; the unsupported value with no active device */
 ZELTAGAPI_EXPORT int getActiveID_byte(short index);
 
-/** Tests whether the active device is present and measures the test: one query of opcode 0x8A on a
- * proximity reader. Not locked.
- * @return 1 to 65535, the elapsed milliseconds, when present; else the clock's value at the start,
- * a number far above 65535 */
-ZELTAGAPI_EXPORT uint64_t Ping(void);
+/* The calls below share buffers of the library among all devices: read a result before the next
+ * call. None of them locks. */
+
+/** Fetches an identifier that the reader queued for the host, with its age: five queries of opcode
+ * 0x8C.
+ * @param first not 0 sets bit 0 of the mask that goes out with each query
+ * @param second not 0 sets bit 1 of it
+ * @return 1; 0 with ZELTAGAPI_ERR_SERVICE; the unsupported value without such a reader */
+ZELTAGAPI_EXPORT int GetQueuedID(short first, short second);
+
+/** One element of what GetQueuedID() fetched last. No device traffic.
+ * @param index 0 to 31 a byte of the identifier, lowest first; 32 a signed word of the entry; 33
+ * its age; 34 and 35 a byte of the entry
+ * @return the element, 0 for another index; the unsupported value without such a reader */
+ZELTAGAPI_EXPORT int64_t GetQueuedID_index(short index);
+
+/** Sends a report of eight bytes of the caller's choice and fetches the reply.
+ * @param b1 the command's opcode
+ * @param b2 its first argument
+ * @param b3 its second argument
+ * @param b4 its third argument
+ * @param b5 its fourth argument
+ * @param b6 its fifth argument
+ * @param b7 its sixth argument
+ * @param b8 its seventh argument
+ * @return the eight reply bytes as hexadecimal pairs joined by points, good until the next call;
+ * zeros when the exchange failed; null without such a reader */
+ZELTAGAPI_EXPORT const char* SetRawPayload(unsigned char b1, unsigned char b2, unsigned char b3,
+                                           unsigned char b4, unsigned char b5, unsigned char b6,
+                                           unsigned char b7, unsigned char b8);
+
+/** Builds such a report byte by byte. Index 8 and each one above it sends the report and fetches
+ * the reply; no other index causes device traffic.
+ * @param index 0 clears request and reply; 1 to 8 the bytes of the report; 9 is stored and not sent
+ * along; from 10 on nothing is stored
+ * @param value the byte; its low eight bits count
+ * @return 1, or 0 when the exchange fails or `index` is negative; the unsupported value without
+ * such a reader */
+ZELTAGAPI_EXPORT int SetRawPayload_index(short index, short value);
+
+/** One byte of the reply to such a report. No device traffic.
+ * @param index 1 to 8 the reply's bytes; 0 and 9 yield 0 after a feature report
+ * @return the byte; 2 for an index outside 0 to 9; the unsupported value's low byte without such a
+ * reader */
+ZELTAGAPI_EXPORT int GetRawPayload_index(short index);
+
+/** Reads 40 bytes of card data into the library's buffer of 256, the rest of which stays as it was:
+ * five queries of opcode 0x88.
+ * @return 1; 0 with ZELTAGAPI_ERR_SERVICE; the unsupported value without such a reader */
+ZELTAGAPI_EXPORT int getActiveCardData(void);
+
+/** One byte of that buffer. No device traffic.
+ * @param index 0 to 255
+ * @return the byte, 0 for another index; the unsupported value's low byte without such a reader */
+ZELTAGAPI_EXPORT int getActiveCardData_byte(short index);
+
+/** Keeps a value with the active proximity reader; the library makes no use of it.
+ * @param value any number of a pointer's width
+ * @return 1, or 0 without such a reader */
+ZELTAGAPI_EXPORT int setSourceEvent(uintptr_t value);
+
+/** Asks the active proximity reader for its fifteen reports, in each of its configurations, and
+ * writes requests and replies to a text file for support: fifteen queries a configuration, and one
+ * report each time that a configuration is chosen. The active configuration is chosen again at the
+ * end. When a report fails or the file can't be written nothing is left behind. USB readers only.
+ * @param path the file to write; replaced when it exists
+ * @return 1 or 0 */
+ZELTAGAPI_EXPORT int DumpRawFeatureReports(const char* path);
+
+/** Does nothing.
+ * @param buffer stays as it is
+ * @param size of no effect
+ * @return always 0 */
+ZELTAGAPI_EXPORT int GetRawRepDataI(unsigned char* buffer, short size);
+
+/** @} */
+
+/** @name Beep
+ * @{ */
+
+/** Beeps at once: one query. Locks.
+ * @param code number of beeps, 1 to 5; 0 counts as 1
+ * @param isLong not 0: long beeps, two at most
+ * @return 1; 0 with ZELTAGAPI_ERR_SERVICE or no active device; the unsupported value for another
+ * product */
+ZELTAGAPI_EXPORT int BeepNow(unsigned char code, short isLong);
+
+/** Sets the beeper's volume: one query.
+ * @param volume as the reader counts it
+ * @return 1, or 0 when the reader doesn't take it; the unsupported value with no active device */
+ZELTAGAPI_EXPORT int SetBeeperVolume(unsigned char volume);
+
+/** Asks for the beeper's volume: one query. @return the volume, or -1 */
+ZELTAGAPI_EXPORT int GetBeeperVolume(void);
+
+/** @} */
+
+/** @name Firmware identity and texts
+ *
+ * As the connect read them, but for getESN(). No lock.
+ * @{ */
+
+/** A version word of a multi-configuration reader, as the connect read it. No device traffic.
+ * @param unit 0 to 2
+ * @param slot 0 to 4
+ * @return the word, 0 for none. Of a magnetic stripe reader its device ID as slot 0 of unit 0, its
+ * version as slot 1. Else the unsupported value. */
+ZELTAGAPI_EXPORT unsigned int GetFirmwareVersion(short unit, short slot);
+
+/** @return the firmware version text of the active record; null with no active device */
+ZELTAGAPI_EXPORT char* GetFullFWVersion(void);
+
+/** @return the firmware file name of the active record; null with no active device */
+ZELTAGAPI_EXPORT char* GetFWFilename(void);
+
+/** @return the part number of the active record; null with no active device */
+ZELTAGAPI_EXPORT char* getPartNumberString(void);
+
+/** One character of the part number; index 0 takes a fresh copy.
+ * @param index 0 for the first character
+ * @return it, or 0 from its end on */
+ZELTAGAPI_EXPORT int getPartNumberString_char(short index);
+
+/** Asks a fast USB reader for its electronic serial number: five queries.
+ * @return 32 bytes, good until the next call; null when there is none */
+ZELTAGAPI_EXPORT unsigned char* getESN(void);
+
+/** @} */
+
+/** @name Reader modes
+ *
+ * Of the active proximity reader, in memory: no device traffic, no lock.
+ * @{ */
+
+/** Sets a keyboard option of block 3.
+ * @param value 0 off, 1 on
+ * @return 1, or the unsupported value */
+ZELTAGAPI_EXPORT int SetAZERTYShiftLock(short value);
+
+/** @return the option, 16 bits */
+ZELTAGAPI_EXPORT int GetAZERTYShiftLock(void);
+
+/** Sets a display option of block 3.
+ * @param value 0 off, 1 on
+ * @return 1, or the unsupported value */
+ZELTAGAPI_EXPORT int SetExtendedPrecisionMath(short value);
+
+/** @return the option, 16 bits */
+ZELTAGAPI_EXPORT int GetExtendedPrecisionMath(void);
+
+/** @return 128 when the reader's enhanced security flag is set, 0 when not; of configuration 0,
+ * whichever is active */
+ZELTAGAPI_EXPORT int GetEnhanceSecurityFlag(void);
+
+/** Sets that flag; it goes to the reader with the field data of configuration 0.
+ * @param value not 0: set */
+ZELTAGAPI_EXPORT void SetEnhanceSecurityFlag(short value);
+
+/** Holds a value that no report and no file carries.
+ * @param value 16 bits
+ * @return 1, or 0 without a proximity reader */
+ZELTAGAPI_EXPORT int Set64BytesInPackets(short value);
+
+/** @return the value held, or 0 */
+ZELTAGAPI_EXPORT int Get64BytesInPackets(void);
+
+/** As Set64BytesInPackets().
+ * @param value 16 bits
+ * @return as there */
+ZELTAGAPI_EXPORT int SetEasyReadMode(short value);
+
+/** @return the value held, or 0 */
+ZELTAGAPI_EXPORT int GetEasyReadMode(void);
+
+/** As Set64BytesInPackets().
+ * @param value 16 bits
+ * @return as there */
+ZELTAGAPI_EXPORT int SetPrependCSN(short value);
+
+/** @return the value held, or 0 */
+ZELTAGAPI_EXPORT int GetPrependCSN(void);
+
+/** Chooses, for all readers on a line, the protocol of text lines. Readers on USB know none. While
+ * it is chosen SetIDBitCnts() takes any counts.
+ * @param flag not 0: the protocol of text lines
+ * @return 1, or the unsupported value without a proximity reader */
+ZELTAGAPI_EXPORT int UseAsciiCommandProtocol(short flag);
+
+/** @} */
+
+/** @name Reader services
+ *
+ * Each asks the active device, whatever its product; no lock.
+ * @{ */
+
+/** Sets the radio's configuration: one query.
+ * @param configuration 0 to 3
+ * @return 1 or 0 */
+ZELTAGAPI_EXPORT int SetBTLEConfiguration(unsigned char configuration);
+
+/** Asks for the radio's configuration: one query. @return 0 to 3; -1 without a radio */
+ZELTAGAPI_EXPORT int GetBTLEConfiguration(void);
+
+/** Asks whether there is a radio: one query. @return 1 or 0; -1 with no active device */
+ZELTAGAPI_EXPORT int IsBTLEPresent(void);
+
+/** Asks for the line's speed code; a USB reader has none and isn't asked. @return the code, or -1
+ */
+ZELTAGAPI_EXPORT int ReadBaudRate(void);
+
+/** Sets the line's speed code; a USB reader isn't asked.
+ * @param code as the reader counts it
+ * @return 1 or 0 */
+ZELTAGAPI_EXPORT int WriteBaudRate(unsigned char code);
+
+/** Transfers a key reference to the reader's secure element, four bytes a query.
+ * @param data `length` bytes
+ * @param length 0 to 512; more is refused with ZELTAGAPI_ERR_REFERENCE and nothing is sent
+ * @param keyNumber its low eight bits count
+ * @return 1 or 0 */
+ZELTAGAPI_EXPORT int WriteSEKeyRefrence(unsigned char* data, int length, int keyNumber);
+
+/** Transfers a file reference, as WriteSEKeyRefrence().
+ * @param data `length` bytes
+ * @param length 0 to 512
+ * @return as there */
+ZELTAGAPI_EXPORT int WriteEV1FileRefrence(unsigned char* data, int length);
+
+/** @} */
+
+/** @name Several configurations
+ *
+ * Of the active multi-configuration reader. No device traffic, no lock. On a reader of another
+ * kind, or none: 0 unless told otherwise.
+ * @{ */
+
+/** @return the highest configuration index, 0 to 10 */
+ZELTAGAPI_EXPORT int GetMaxConfig(void);
+
+/** @return the active configuration's index */
+ZELTAGAPI_EXPORT int GetActConfig(void);
+
+/** Makes a configuration the active one in the library; the reader isn't told.
+ * @param config its low eight bits count, 0 to GetMaxConfig()
+ * @return 1, or 0 for an index outside */
+ZELTAGAPI_EXPORT int SetActConfig(short config);
+
+/** @return the active configuration's card type, 16 bits; -1 on a reader of another kind */
+ZELTAGAPI_EXPORT int GetCardType(void);
+
+/** @return the active configuration's priority, 0 or 1; -1 on a reader of another kind */
+ZELTAGAPI_EXPORT int GetCardPriority(void);
+
+/** Sets the active configuration's card type and priority; each WriteCfg() sends them.
+ * @param type 16 bits
+ * @param priority not 0 counts as 1
+ * @return 1 */
+ZELTAGAPI_EXPORT int SetCardTypePriority(unsigned short type, short priority);
+
+/** Whether the reader knows a card type; bits 4 to 7 don't count.
+ * @param type 16 bits
+ * @return 1 when it does, for a type of 0, and when the reader told no list; 0 when not, and
+ * without a proximity reader */
+ZELTAGAPI_EXPORT int IsCardTypeInList(unsigned short type);
+
+/** @} */
+
+/** @name Template files
+ *
+ * No lock. This version of the library serves no device here yet: until it does, the calls answer
+ * as without such a device.
+ * @{ */
+
+/** Writes the active device's settings to a text file.
+ * @param path the file; replaced when it exists
+ * @return 1 or 0; the unsupported value where no device has such files */
+ZELTAGAPI_EXPORT int WriteDevCfgToFile(const char* path);
+
+/** Reads settings from such a file into the active device's record.
+ * @param path the file
+ * @return as WriteDevCfgToFile() */
+ZELTAGAPI_EXPORT int ReadDevCfgFmFile(const char* path);
+
+/** Collects a path by characters and then READS that file: index 255 runs ReadDevCfgFmFile().
+ * @param index 0 starts the path anew, 1 to 254 go on, 255 ends it
+ * @param character the character at the index; none at 255
+ * @return 1 for a character kept, 0 for another index; at 255 the result of the file call */
+ZELTAGAPI_EXPORT int writeDevCfgToFile_char(short index, short character);
+
+/** Collects a path by characters and then WRITES that file: index 255 runs WriteDevCfgToFile().
+ * @param index as for writeDevCfgToFile_char()
+ * @param character as there
+ * @return as there */
+ZELTAGAPI_EXPORT int readDevCfgFmFile_char(short index, short character);
+
+/** Looks up which kind of magnetic stripe reader a file belongs to.
+ * @param path the file
+ * @return the kind; 0 with a sensor active; the unsupported value otherwise */
+ZELTAGAPI_EXPORT int ReadDevTypeFromFile(const char* path);
+
+/** @} */
+
+/** @name Secure blocks
+ *
+ * No lock. This version of the library serves no device here yet: until it does, the calls answer
+ * as without such a device.
+ * @{ */
+
+/** Writes a key blob to the active proximity reader and lets it save it.
+ * @param blob `size` bytes
+ * @param size bytes of the blob
+ * @return 1, or 0 */
+ZELTAGAPI_EXPORT int WriteSecureData(unsigned char* blob, int size);
+
+/** Reads a key blob back.
+ * @param header the blob's four header bytes
+ * @param output receives the blob
+ * @return 1 when the reader acknowledged the header, else 0 */
+ZELTAGAPI_EXPORT int ReadSecureData(unsigned char* header, unsigned char* output);
+
+/** Writes the key blobs of a file to the active proximity reader.
+ * @param path the file
+ * @return 1 when the last blob went through, else 0 */
+ZELTAGAPI_EXPORT int LoadIniFile(const char* path);
+
+/** @} */
 
 ZELTAGAPI_END
 

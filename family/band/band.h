@@ -25,4 +25,7 @@ ZELTAGAPI_EXPORT intptr_t zelband_USBDeviceConnect(unsigned short vendor, unsign
 // The family's part of USBConnect(): 1 when the table grew, else 0.
 ZELTAGAPI_EXPORT int zelband_USBConnect(void);
 
+// A character of the active device's name as GetDevName() tells it; index 0 takes a fresh copy.
+ZELTAGAPI_EXPORT int zelband_getDevName_char(short index);
+
 ZELTAGAPI_END

@@ -25,4 +25,10 @@ ZELTAGAPI_EXPORT intptr_t zelecho_USBDeviceConnect(unsigned short vendor, unsign
 // The family's part of USBConnect(): 1 when the table grew, else 0.
 ZELTAGAPI_EXPORT int zelecho_USBConnect(void);
 
+// LEDFlagsS of the active record, whatever its product, sign-extended; -1 with no active device.
+ZELTAGAPI_EXPORT int zelecho_GetLEDCtrl(void);
+
+// Stores LEDFlagsS there and marks nothing for writing. The flags, or 0 with no active device.
+ZELTAGAPI_EXPORT int zelecho_SetLEDCtrl(short flags);
+
 ZELTAGAPI_END

@@ -50,3 +50,8 @@ int zeltag_GetEasyReadMode() { return load(&tsTagCfg::bEasyReadMode); }
 
 int zeltag_SetPrependCSN(short value) { return store(&tsTagCfg::bPrependCSN, value); }
 int zeltag_GetPrependCSN() { return load(&tsTagCfg::bPrependCSN); }
+
+int zeltag_UseAsciiCommandProtocol(short flag) {
+    useACPMode = flag;
+    return 1;
+}

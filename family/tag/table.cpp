@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The family's own forms of the calls on the device table.
+#include "base/text_by_character.h"
 #include "family/tag/tag.h"
 #include "frame/state.h"
+#include "frame/zelTagAPI.h"
 
 int zeltag_SetActDev(short device) {
     if (device < 0 || device >= iDevsFnd || device >= zel::kMaxDevices)
@@ -13,3 +15,8 @@ int zeltag_SetActDev(short device) {
 int zeltag_GetActDev() { return iActDev; }
 
 int zeltag_GetDevCnt() { return iDevsFnd; }
+
+int zeltag_getDevName_char(short index) {
+    static constinit zel::TextOut<ZELTAGAPI_NAME_SIZE> name;
+    return name.at(index, GetDevName);
+}

@@ -39,6 +39,9 @@ ZELTAGAPI_EXPORT int zeltag_SetActDev(short device);
 ZELTAGAPI_EXPORT int zeltag_GetActDev(void);
 ZELTAGAPI_EXPORT int zeltag_GetDevCnt(void);
 
+// A character of the active device's name as GetDevName() tells it; index 0 takes a fresh copy.
+ZELTAGAPI_EXPORT int zeltag_getDevName_char(short index);
+
 // Whether the reader answers the query of its LUID: 1 or 0.
 ZELTAGAPI_EXPORT int zeltag_IsDevicePresent(void);
 

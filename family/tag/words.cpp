@@ -47,7 +47,7 @@ using zel::tag::pairOf;
 using zel::tag::Record;
 
 #define ZEL_WORD(...)
-#define ZEL_RECORD(record, table)                                                                  \
+#define ZEL_RECORD(record, table, calls)                                                           \
     ZEL_EXPORTED(table,                                                                            \
                  {pairOf(Record::record, 0), pairOf(Record::record, 1), pairOf(Record::record, 2), \
                   pairOf(Record::record, 3), pairOf(Record::record, 4), pairOf(Record::record, 5), \

@@ -14,7 +14,7 @@
 namespace zel::tag {
 
 enum class Record : std::uint8_t {
-#define ZEL_RECORD(record, table) record,
+#define ZEL_RECORD(record, table, calls) record,
 #define ZEL_WORD(...)
 #include "frame/records.def"
 #undef ZEL_RECORD
@@ -57,7 +57,7 @@ constexpr const char* same = nullptr;
 constexpr const char* labelOr(const char* name, const char* label) { return label ? label : name; }
 
 constexpr Word kAll[] = {
-#define ZEL_RECORD(record, table)
+#define ZEL_RECORD(record, table, calls)
 #define ZEL_WORD(record, index, name, label, kind, description, place)                             \
     {Record::record,                                                                               \
      index,                                                                                        \
