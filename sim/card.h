@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A card in a simulated reader's field.
+// A card in a simulated reader's field, and an identifier that the reader queued for its host.
 #pragma once
 
 #include <array>
@@ -10,6 +10,17 @@ namespace zel::sim {
 struct Card {
     std::array<std::uint8_t, 32> id = {}; // little-endian
     std::uint8_t bits = 0;                // 0: no card
+    std::array<std::uint8_t, 40> data = {};
+};
+
+// The words about it mean nothing to the model; those without a name are called by their place in
+// the page that tells them.
+struct QueuedId {
+    std::array<std::uint8_t, 32> id = {}; // little-endian
+    std::uint16_t age = 0;
+    std::uint8_t byte2 = 0;
+    std::int16_t word3 = 0;
+    std::uint8_t byte7 = 0;
 };
 
 // A card of up to 64 bits.

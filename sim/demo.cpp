@@ -10,6 +10,7 @@
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace zel::sim {
 
@@ -18,8 +19,20 @@ namespace {
 constexpr std::uint64_t kTurn = 3000;    // ms from one card to the next
 constexpr std::uint64_t kInField = 2000; // ms of a turn with the card in the field
 
+// A text stands for what a card holds; shorter than the data it is filled up with zeros.
+constexpr Card withData(Card card, std::string_view text) {
+    std::copy(text.begin(), text.end(), card.data.begin());
+    return card;
+}
+
 // Invented numbers.
-constexpr Card kCards[] = {card26(26, 3512), card26(77, 1001), cardOf(0x0123456789, 37)};
+constexpr Card kCards[] = {
+    withData(card26(26, 3512), "Card 26-3512, staff, ground floor"),
+    withData(card26(77, 1001), "Card 77-1001, visitor"),
+    withData(cardOf(0x0123456789, 37), "Card 4886718345, staff, all floors")};
+
+constexpr QueuedId kQueued = {
+    .id = card26(77, 1001).id, .age = 42, .byte2 = 1, .word3 = 26, .byte7 = 3};
 
 TagReader::Options demoOptions() {
     TagReader::Options options;
@@ -43,6 +56,7 @@ Card demoCardAt(std::uint64_t elapsed) {
 bool installDemo() {
     auto reader = std::make_shared<TagReader>(demoOptions());
     reader->settings().luid = 7;
+    reader->queue(kQueued);
     reader->follow([start = std::optional<std::uint64_t>()]() mutable {
         const std::uint64_t time = microseconds() / 1000;
         if (!start)

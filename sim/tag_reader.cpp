@@ -12,10 +12,12 @@ namespace {
 
 constexpr std::uint8_t kCardType = 0x84;
 constexpr std::uint8_t kPage = 0x85;
+constexpr std::uint8_t kCardData = 0x88;
 constexpr std::uint8_t kMulti = 0x89;
 constexpr std::uint8_t kLuid = 0x8A;
 constexpr std::uint8_t kService = 0x8C;
 constexpr std::uint8_t kServiceVolume = 0x06;
+constexpr std::uint8_t kActiveCard = 0x01; // kind of card data
 constexpr std::uint8_t kLongId = 0x8D;
 constexpr std::uint8_t kBitCount = 0x8E;
 constexpr std::uint8_t kId = 0x8F;
@@ -44,6 +46,15 @@ std::uint8_t low(std::uint16_t word) { return static_cast<std::uint8_t>(word); }
 std::uint8_t high(std::uint16_t word) { return static_cast<std::uint8_t>(word >> 8); }
 std::uint16_t wordOf(std::uint8_t lowByte, std::uint8_t highByte) {
     return static_cast<std::uint16_t>(lowByte | highByte << 8);
+}
+
+// Eight bytes of a store, zeros behind its end.
+template <std::size_t Size>
+TagBlock pageOf(const std::array<std::uint8_t, Size>& store, std::size_t page) {
+    TagBlock bytes = {};
+    if (page < Size / bytes.size())
+        std::copy_n(store.begin() + page * bytes.size(), bytes.size(), bytes.begin());
+    return bytes;
 }
 
 } // namespace
@@ -219,6 +230,8 @@ TagReader::Block TagReader::reply() {
     case kMulti:
     case kService:
         return result_;
+    case kCardData:
+        return cardData(command_[1], command_[2]);
     case kLongId:
         return idPage(command_[1]);
     case kId:
@@ -232,12 +245,18 @@ TagReader::Block TagReader::reply() {
 
 // The first page latches the card, so that the later replies of one read belong to it.
 TagReader::Block TagReader::idPage(unsigned page) {
-    Block bytes = {};
     if (page == 0)
         latched_ = field_();
-    if (page < latched_.id.size() / bytes.size())
-        std::copy_n(latched_.id.begin() + page * bytes.size(), bytes.size(), bytes.begin());
-    return bytes;
+    return pageOf(latched_.id, page);
+}
+
+// Likewise with the first block of its data.
+TagReader::Block TagReader::cardData(unsigned kind, unsigned block) {
+    if (kind != kActiveCard)
+        return {};
+    if (block == 0)
+        latched_ = field_();
+    return pageOf(latched_.data, block);
 }
 
 } // namespace zel::sim

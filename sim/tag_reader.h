@@ -38,6 +38,9 @@ public:
     void present(const Card& card);
     void removeCard() { present({}); }
 
+    // What the reader delivers as its queued identifier from now on, however often it is asked.
+    void queue(const QueuedId& entry) { services_.queue(entry); }
+
     // Asks `field` for the card at each read instead.
     void follow(std::function<Card()> field) { field_ = std::move(field); }
 
@@ -88,6 +91,7 @@ private:
     Block replyToLuid() const;
     Block replyToCardType() const;
     Block idPage(unsigned page);
+    Block cardData(unsigned kind, unsigned block);
     Block* addressedBlock();
     Block* addressedPage();
 

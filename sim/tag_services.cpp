@@ -13,6 +13,9 @@ constexpr std::uint8_t kFileName = 7;
 constexpr std::uint8_t kRadioPresent = 0x80;
 constexpr std::uint8_t kRadioConfiguration = 0x03;
 
+std::uint8_t low(std::uint16_t word) { return static_cast<std::uint8_t>(word); }
+std::uint8_t high(std::uint16_t word) { return static_cast<std::uint8_t>(word >> 8); }
+
 TagBlock character(const std::string& text, std::size_t index) {
     return {index < text.size() ? static_cast<std::uint8_t>(text[index]) : std::uint8_t{0}};
 }
@@ -23,6 +26,8 @@ TagBlock TagServices::run(const TagBlock& command) {
     switch (command[1]) {
     case 0x01:
         return character(options_.partNumber, command[2]);
+    case 0x02:
+        return queuedPage(command[2]);
     case 0x03:
         return beep(command[2]);
     case 0x04:
@@ -40,6 +45,21 @@ TagBlock TagServices::run(const TagBlock& command) {
     default:
         return {};
     }
+}
+
+// Four pages of the identifier, then one about the entry. The mask behind the page's number changes
+// nothing.
+TagBlock TagServices::queuedPage(std::size_t page) const {
+    constexpr std::size_t kIdPages = 4;
+    TagBlock bytes = {};
+    if (page < kIdPages) {
+        std::copy_n(queued_.id.begin() + page * bytes.size(), bytes.size(), bytes.begin());
+    } else if (page == kIdPages) {
+        const auto word = static_cast<std::uint16_t>(queued_.word3);
+        bytes = {low(queued_.age), high(queued_.age), queued_.byte2, low(word), high(word)};
+        bytes[7] = queued_.byte7;
+    }
+    return bytes;
 }
 
 TagBlock TagServices::beep(std::uint8_t code) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// A simulated proximity reader's services: beeps, names and numbers, volume, radio.
+// A simulated proximity reader's services: beeps, names and numbers, volume, radio, a queued
+// identifier.
 #pragma once
 
+#include "sim/card.h"
 #include "sim/tag_settings.h"
 
 namespace zel::sim {
@@ -14,10 +16,13 @@ public:
     // such service.
     TagBlock run(const TagBlock& command);
 
+    void queue(const QueuedId& entry) { queued_ = entry; }
+
     int beeps() const { return beeps_; }
     std::uint8_t lastBeep() const { return lastBeep_; }
 
 private:
+    TagBlock queuedPage(std::size_t page) const;
     TagBlock beep(std::uint8_t code);
     TagBlock nameCharacter(std::uint8_t which, std::uint8_t index) const;
     TagBlock serialNumberPage(std::size_t page) const;
@@ -27,6 +32,7 @@ private:
     TagBlock setRadio(const TagBlock& command);
 
     TagOptions& options_;
+    QueuedId queued_;
     int beeps_ = 0;
     std::uint8_t lastBeep_ = 0;
 };

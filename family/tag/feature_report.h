@@ -13,6 +13,7 @@ enum class Opcode : std::uint8_t {
     Block0 = 0x80,     // the first of four configuration blocks
     CardType = 0x84,   // reply bytes 1, 2: card type, low byte first; byte 3 bit 0: priority
     Page = 0x85,       // arguments: page, selector of two bytes
+    CardData = 0x88,   // arguments: 1, block 0 to 4; reply: eight bytes of card data
     Multi = 0x89,      // arguments: sub-command, see its users
     Luid = 0x8A,       // reply: LUID, device ID, 16 bits each, low byte first
     Service = 0x8C,    // arguments: sub-command, see its users

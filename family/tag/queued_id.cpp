@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// Fetches the identifier that a reader queued for the host, in five pages.
+#include "family/tag/card_data.h"
+#include "family/tag/error_words.h"
+#include "family/tag/feature_report.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace zel;
+using tag::Payload;
+
+namespace {
+
+constexpr std::uint8_t kQueuedId = 0x02;
+constexpr std::uint8_t kEntryPage = 4; // behind the four pages of the identifier
+
+std::uint8_t maskOf(short first, short second) {
+    return static_cast<std::uint8_t>((first != 0 ? 1 : 0) | (second != 0 ? 2 : 0));
+}
+
+bool queryPage(std::uint8_t page, std::uint8_t mask, Payload& reply) {
+    return tag::query(tag::command(tag::Opcode::Service, kQueuedId, page, mask), reply);
+}
+
+std::uint16_t wordOf(std::uint8_t lowByte, std::uint8_t highByte) {
+    return static_cast<std::uint16_t>(lowByte | highByte << 8);
+}
+
+// Bytes 5 and 6 are not kept.
+void storeEntry(const Payload& data) {
+    QueuedID.age = wordOf(data[0], data[1]);
+    QueuedID.word40 = static_cast<std::int16_t>(wordOf(data[3], data[4]));
+    QueuedID.byte42 = data[2];
+    QueuedID.byte43 = data[7];
+}
+
+// What stood there before the page goes to activeIDBuf: the whole identifier with the last page.
+void storePage(std::uint8_t page, const Payload& data) {
+    std::memcpy(activeIDBuf, QueuedID.id, sizeof activeIDBuf);
+    if (page == kEntryPage)
+        storeEntry(data);
+    else
+        std::copy(data.begin(), data.end(), QueuedID.id + page * data.size());
+}
+
+} // namespace
+
+int zeltag_GetQueuedID(short first, short second) {
+    tag::clearError();
+    std::memset(&QueuedID, 0, sizeof QueuedID);
+    for (std::uint8_t page = 0; page <= kEntryPage; ++page) {
+        Payload data;
+        if (!queryPage(page, maskOf(first, second), data))
+            return tag::fail(tag::kServiceFailed);
+        storePage(page, data);
+    }
+    return 1;
+}
+
+std::int64_t zeltag_GetQueuedID_index(short index) {
+    if (index >= 0 && index < ZELTAGAPI_ID_SIZE)
+        return QueuedID.id[index];
+    switch (index) {
+    case 32:
+        return QueuedID.word40;
+    case 33:
+        return static_cast<std::int64_t>(QueuedID.age);
+    case 34:
+        return QueuedID.byte42;
+    case 35:
+        return QueuedID.byte43;
+    default:
+        return 0;
+    }
+}

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// Sends a report of the caller's choice and keeps its reply, both for callers that pass numbers.
+#include "family/tag/card_data.h"
+#include "family/tag/feature_report.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+using namespace zel;
+using tag::Payload;
+
+namespace {
+
+// Byte 0 is the place of the report ID; the payload follows.
+using RawBuffer = std::array<std::uint8_t, 33>;
+constinit RawBuffer rawRequest = {};
+constinit RawBuffer rawReply = {};
+
+constexpr int kPlaces = 10; // that a caller reaches
+constexpr int kFirstToSend = 8;
+constexpr int kNoSuchPlace = 2; // the byte read from any other place
+
+bool isPlace(short index) { return index >= 0 && index < kPlaces; }
+
+void store(short index, short value) {
+    if (index == 0) {
+        rawRequest.fill(0);
+        rawReply.fill(0);
+    }
+    rawRequest[static_cast<std::size_t>(index)] = static_cast<std::uint8_t>(value);
+}
+
+// A reply is forgotten when the next request has been sent.
+bool exchange() {
+    rawRequest[0] = 0;
+    Payload payload;
+    std::copy_n(rawRequest.begin() + 1, payload.size(), payload.begin());
+    if (!tag::send(payload))
+        return false;
+    rawReply.fill(0);
+    const bool received = tag::fetch(payload);
+    std::copy(payload.begin(), payload.end(), rawReply.begin() + 1);
+    return received;
+}
+
+unsigned replyByte(short index) {
+    return static_cast<std::uint8_t>(zeltag_GetRawPayload_index(index));
+}
+
+} // namespace
+
+int zeltag_SetRawPayload_index(short index, short value) {
+    if (index < 0)
+        return 0;
+    if (isPlace(index))
+        store(index, value);
+    return index < kFirstToSend || exchange() ? 1 : 0;
+}
+
+int zeltag_GetRawPayload_index(short index) {
+    return isPlace(index) ? rawReply[static_cast<std::size_t>(index)] : kNoSuchPlace;
+}
+
+const char* zeltag_SetRawPayload(unsigned char b1, unsigned char b2, unsigned char b3,
+                                 unsigned char b4, unsigned char b5, unsigned char b6,
+                                 unsigned char b7, unsigned char b8) {
+    static constinit char text[41] = {};
+    short index = 0;
+    for (const unsigned char byte : {std::uint8_t{0}, b1, b2, b3, b4, b5, b6, b7, b8})
+        zeltag_SetRawPayload_index(index++, byte);
+    std::fill(std::begin(text), std::end(text), '\0');
+    std::snprintf(text, sizeof text, "%02X.%02X.%02X.%02X.%02X.%02X.%02X.%02X", replyByte(1),
+                  replyByte(2), replyByte(3), replyByte(4), replyByte(5), replyByte(6),
+                  replyByte(7), replyByte(8));
+    return text;
+}
