@@ -80,6 +80,10 @@ Outcome checkSettings() {
     return hasSettings() ? Outcome() : unreadable();
 }
 
+bool needsChoice(Need need) { return need == Need::Choice || need == Need::Change; }
+
+bool needsSettings(Need need) { return need == Need::Settings || need == Need::Change; }
+
 Outcome connect(const Options& options, Need need) {
     if (options.sim)
         if (auto failure = installSimulator())
@@ -89,14 +93,14 @@ Outcome connect(const Options& options, Need need) {
     const bool complete = USBConnect(nullptr) == 1;
     if (GetDevCnt() == 0)
         return explainNoReader(systemReaders());
-    if (need == Need::Change && !options.device && GetDevCnt() > 1)
+    if (needsChoice(need) && !options.device && GetDevCnt() > 1)
         return severalReaders();
-    if (need == Need::Presence && !complete)
+    if (!needsSettings(need) && !complete)
         warnOfUnreadable();
     if (options.device)
         if (auto failure = choose(*options.device))
             return failure;
-    return need == Need::Presence ? Outcome() : checkSettings();
+    return needsSettings(need) ? checkSettings() : Outcome();
 }
 
 } // namespace

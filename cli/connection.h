@@ -10,8 +10,9 @@ namespace zel::cli {
 // What a command needs of the device it works on.
 enum class Need {
     Presence, // goes on when a configuration can't be read, with a warning
+    Choice,   // the same, and the user chose the device when there are several
     Settings, // the whole configuration must have been read
-    Change,   // and the user chose the device when there are several
+    Change,   // both: the settings and the user's choice
 };
 
 class Connection {

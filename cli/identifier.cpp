@@ -31,7 +31,7 @@ unsigned divideByTen(std::vector<std::uint8_t>& number) {
 
 std::vector<std::uint8_t> Identifier::used() const {
     const int whole = (std::max(bits, 0) + kBitsPerByte - 1) / kBitsPerByte;
-    const auto count = std::min(static_cast<std::size_t>(whole), kSize);
+    const auto count = isWhole ? kSize : std::min(static_cast<std::size_t>(whole), kSize);
     return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};
 }
 

@@ -14,9 +14,10 @@ struct Identifier {
     static constexpr std::size_t kSize = 32;
 
     int bits = 0;
+    bool isWhole = false;                       // all bytes count, those behind the bits too
     std::array<std::uint8_t, kSize> bytes = {}; // little-endian
 
-    // The bytes that the bits fill, least significant first.
+    // The bytes that the bits fill, or all, least significant first.
     std::vector<std::uint8_t> used() const;
 
     bool operator==(const Identifier&) const = default;

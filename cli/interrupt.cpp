@@ -4,6 +4,7 @@
 
 #include "cli/failure.h"
 
+#include <atomic>
 #include <csignal>
 #include <ctime>
 #include <unistd.h>
@@ -14,9 +15,15 @@ namespace {
 
 volatile std::sig_atomic_t gInterrupted = 0;
 
+std::atomic<const char*> gUnfinishedFile = nullptr;
+static_assert(std::atomic<const char*>::is_always_lock_free);
+
 void remember(int) {
-    if (gInterrupted != 0)
+    if (gInterrupted != 0) {
+        if (const char* const path = gUnfinishedFile)
+            unlink(path);
         _exit(static_cast<int>(ExitCode::Interrupted));
+    }
     gInterrupted = 1;
 }
 
@@ -30,6 +37,8 @@ void catchInterrupts() {
 }
 
 bool interrupted() { return gInterrupted != 0; }
+
+void removeAtSecondInterrupt(const char* path) { gUnfinishedFile = path; }
 
 void pauseFor(std::chrono::milliseconds time) {
     const auto count = time.count();

@@ -12,6 +12,10 @@ void catchInterrupts();
 
 bool interrupted();
 
+// The file that a second interrupt removes before it ends the program; null for none. The name
+// stays the caller's and must live on.
+void removeAtSecondInterrupt(const char* path);
+
 // Sleeps; an interrupt ends the sleep early.
 void pauseFor(std::chrono::milliseconds time);
 

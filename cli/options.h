@@ -13,6 +13,7 @@ namespace zel::cli {
 struct Options {
     bool json = false;
     bool sim = false;          // a simulated reader in place of real ones
+    bool progress = false;     // remarks on what is under way, wherever stderr goes
     std::optional<int> device; // index in the library's table; none: the active device
 };
 

@@ -10,6 +10,10 @@
 
 namespace zel::cli {
 
+namespace {
+bool gProgressDemanded = false;
+}
+
 std::string toText(const Json& object) {
     return object.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
@@ -37,9 +41,25 @@ void warn(std::string_view text) {
     std::fwrite(whole.data(), 1, whole.size(), stderr);
 }
 
+void demandProgress(bool demanded) { gProgressDemanded = demanded; }
+
+bool showsProgress() { return gProgressDemanded || isatty(STDERR_FILENO) != 0; }
+
 void showProgress(std::string_view text) {
-    if (isatty(STDERR_FILENO) != 0)
+    if (showsProgress())
         warn(text);
+}
+
+void showProgressInPlace(std::string_view text) {
+    if (isatty(STDERR_FILENO) == 0)
+        return showProgress(text);
+    const std::string whole = "\rzeltag: " + std::string(text);
+    std::fwrite(whole.data(), 1, whole.size(), stderr);
+}
+
+void endProgress() {
+    if (isatty(STDERR_FILENO) != 0)
+        std::fputc('\n', stderr);
 }
 
 void occupyStandardDescriptors() {

@@ -37,8 +37,18 @@ private:
 // A remark on stderr that a user should see in any case.
 void warn(std::string_view text);
 
-// A remark on stderr while something is awaited; only on a terminal.
+// Whether remarks on progress go to stderr when it is no terminal too.
+void demandProgress(bool demanded);
+
+// Whether remarks on progress are shown: on a terminal or on demand.
+bool showsProgress();
+
+// A remark on stderr while something is awaited, where remarks on progress are shown.
 void showProgress(std::string_view text);
+
+// One that takes the place of the one before it on a terminal, and its end.
+void showProgressInPlace(std::string_view text);
+void endProgress();
 
 // Occupies the standard descriptors that the caller left closed: a device opened as descriptor 1
 // would receive the results as its data. Writing to the occupied ones still fails.

@@ -59,6 +59,7 @@ public:
         } catch (const CLI::ParseError& stop) {
             return end(stop, output);
         }
+        demandProgress(options_.progress);
         return chosen_ ? chosen_->run(options_, output) : noCommand();
     }
 

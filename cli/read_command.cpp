@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 // `zeltag read`: the card in a reader's field, once or for as long as the user watches.
+#include "cli/card_data.h"
 #include "cli/command.h"
 #include "cli/connection.h"
 #include "cli/interrupt.h"
+#include "cli/queued_id.h"
 #include "cli/reading.h"
 #include "cli/watch.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace zel::cli {
@@ -43,25 +46,57 @@ public:
             ->option_text("SECONDS")
             ->type_name("SECONDS")
             ->check(CLI::Validator(checkWait, ""));
+        auto* const longRead = app.add_flag(
+            "--long", long_, "Print all 32 bytes, those behind the identifier's bits too");
+        auto* const queued =
+            app.add_flag("--queued", queued_, "Print the identifier that the reader queued");
+        auto* const cardData =
+            app.add_flag("--card-data", cardData_, "Print the 40 bytes of data read from the card");
+        queued->excludes(longRead);
+        cardData->excludes(longRead)->excludes(queued);
+        for (CLI::Option* const flag : {longRead, queued, cardData})
+            flag->option_text(" "); // keeps the exclusions out of the help
     }
 
     Outcome run(const Options& options, Output& output) override {
-        if (watch_ && wait_ > 0)
-            return Failure{ExitCode::Usage, "--watch and --wait don't go together",
-                           "--watch waits for every card", ""};
+        if (auto failure = contradiction())
+            return failure;
         const Connection connection(options);
         if (connection.failure())
             return connection.failure();
         const Device device = activeDevice();
+        if (queued_)
+            return readQueuedId(device, options, output);
+        if (cardData_)
+            return readCardData(device, options, output);
+        return readCards(device, options, output);
+    }
+
+private:
+    Outcome contradiction() const {
+        if (watch_ && wait_ > 0)
+            return Failure{ExitCode::Usage, "--watch and --wait don't go together",
+                           "--watch waits for every card", ""};
+        if ((queued_ || cardData_) && (watch_ || wait_ > 0))
+            return Failure{ExitCode::Usage,
+                           fmt::format("{} doesn't go with {}",
+                                       queued_ ? "--queued" : "--card-data",
+                                       watch_ ? "--watch" : "--wait"),
+                           "it prints what the reader holds at this moment", ""};
+        return {};
+    }
+
+    Width width() const { return long_ ? Width::Whole : Width::AsNeeded; }
+
+    Outcome readCards(const Device& device, const Options& options, Output& output) const {
         if (watch_ || wait_ > 0)
             catchInterrupts();
         if (!watch_)
             return readOne(device, options, output);
         showProgress("watching " + device.name + ", Ctrl-C ends");
-        return watchField(device, options, output);
+        return watchField(width(), device, options, output);
     }
 
-private:
     Outcome readOne(const Device& device, const Options& options, Output& output) const {
         const Reading reading = awaitCard(device);
         if (interrupted())
@@ -79,12 +114,12 @@ private:
 
     Reading awaitCard(const Device& device) const {
         const auto end = Clock::now() + std::chrono::duration<double>(wait_);
-        Reading reading = readField();
+        Reading reading = readField(width());
         if (isAwaited(reading) && wait_ > 0)
             showProgress("hold a card to " + device.name);
         while (isAwaited(reading) && Clock::now() < end && !interrupted()) {
             pauseFor(kLookEvery);
-            reading = readField();
+            reading = readField(width());
         }
         return reading;
     }
@@ -92,6 +127,9 @@ private:
     static bool isAwaited(const Reading& reading) { return reading.error == 0 && !reading.card; }
 
     bool watch_ = false;
+    bool long_ = false;
+    bool queued_ = false;
+    bool cardData_ = false;
     double wait_ = 0;
 };
 

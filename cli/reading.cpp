@@ -22,9 +22,10 @@ Identifier readWith(int (*read)(unsigned char*, short)) {
 } // namespace
 
 // The long read starts anew: another card may lie in the field by then.
-Reading readField() {
-    Identifier card = readWith(GetActiveID);
-    if (card.bits > kShortReadBits)
+Reading readField(Width width) {
+    Identifier card = readWith(width == Width::Whole ? GetActiveID32 : GetActiveID);
+    card.isWhole = width == Width::Whole;
+    if (card.bits > kShortReadBits && !card.isWhole)
         card = readWith(GetActiveID32);
     if (card.bits > 0)
         return {0, card};

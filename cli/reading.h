@@ -21,7 +21,12 @@ struct Reading {
     std::optional<Identifier> card; // nothing: an empty field, or an error
 };
 
-Reading readField();
+enum class Width {
+    AsNeeded, // the short read where it delivers all bits
+    Whole,    // all 32 bytes always
+};
+
+Reading readField(Width width);
 
 Failure readFailed(const Device& device, const Reading& reading);
 

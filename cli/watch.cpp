@@ -3,7 +3,6 @@
 #include "cli/watch.h"
 
 #include "cli/interrupt.h"
-#include "cli/reading.h"
 
 #include <nlohmann/json.hpp>
 
@@ -15,11 +14,11 @@ constexpr int kFailuresInRow = 2; // one lost reply is no reason to stop
 
 class FieldWatch {
 public:
-    FieldWatch(const Device& device, const Options& options, Output& output)
-        : device_(device), options_(options), output_(output) {}
+    FieldWatch(Width width, const Device& device, const Options& options, Output& output)
+        : width_(width), device_(device), options_(options), output_(output) {}
 
     Outcome look() {
-        const Reading reading = readField();
+        const Reading reading = readField(width_);
         failures_ = reading.error == 0 ? 0 : failures_ + 1;
         if (failures_ >= kFailuresInRow)
             return readFailed(device_, reading);
@@ -54,6 +53,7 @@ private:
         output_.object(event);
     }
 
+    const Width width_;
     const Device& device_;
     const Options& options_;
     Output& output_;
@@ -63,8 +63,8 @@ private:
 
 } // namespace
 
-Outcome watchField(const Device& device, const Options& options, Output& output) {
-    FieldWatch watch(device, options, output);
+Outcome watchField(Width width, const Device& device, const Options& options, Output& output) {
+    FieldWatch watch(width, device, options, output);
     while (!interrupted() && output.isOpen()) {
         if (auto failure = watch.look())
             return failure;

@@ -6,11 +6,12 @@
 #include "cli/failure.h"
 #include "cli/options.h"
 #include "cli/output.h"
+#include "cli/reading.h"
 
 namespace zel::cli {
 
 // A line for each card that comes and that goes, until an interrupt, a reader that stays silent, or
 // results that can't be delivered.
-Outcome watchField(const Device& device, const Options& options, Output& output);
+Outcome watchField(Width width, const Device& device, const Options& options, Output& output);
 
 } // namespace zel::cli

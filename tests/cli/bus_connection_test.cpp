@@ -20,19 +20,6 @@ protected:
     static CommandRun refused(ExitCode exit, const std::string& line) {
         return {exit, "", "zeltag: " + line + "\n"};
     }
-
-    // Replies that a connect waits for in vain when none comes.
-    static int vainReplies() {
-        bus().fail(0, sim::Fault::NoAnswer, kAlways);
-        bus().takeTrace();
-        run({"list"});
-        const std::string trace = bus().takeTrace();
-        int count = 0;
-        for (auto at = trace.find("! no answer"); at != std::string::npos;
-             at = trace.find("! no answer", at + 1))
-            ++count;
-        return count;
-    }
 };
 
 TEST_F(BusConnection, ListGoesOnPastAReaderWhoseConfigurationCantBeRead) {

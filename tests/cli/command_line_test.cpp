@@ -8,6 +8,19 @@
 
 namespace zel::test {
 
+namespace {
+
+constexpr int kAlways = 1000;
+
+int occurrences(const std::string& part, const std::string& text) {
+    int count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
 void PrintTo(const CommandRun& run, std::ostream* stream) {
     *stream << cli::codeName(run.exit) << "\nstdout: " << run.out << "\nstderr: " << run.err;
 }
@@ -26,12 +39,14 @@ int CommandLineTest::connectReplies() {
     bus().takeTrace();
     USBConnect(nullptr);
     USBDisconnect();
-    const std::string trace = bus().takeTrace();
-    int replies = 0;
-    for (std::size_t at = trace.find("\n< "); at != std::string::npos;
-         at = trace.find("\n< ", at + 1))
-        ++replies;
-    return replies;
+    return occurrences("\n< ", bus().takeTrace());
+}
+
+int CommandLineTest::vainReplies() {
+    bus().fail(0, sim::Fault::NoAnswer, kAlways);
+    bus().takeTrace();
+    run({"list"});
+    return occurrences("! no answer", bus().takeTrace());
 }
 
 } // namespace zel::test

@@ -26,6 +26,9 @@ protected:
 
     // How many replies a connect to what is plugged in asks for.
     static int connectReplies();
+
+    // How many it asks for in vain when none comes from the first reader.
+    static int vainReplies();
 };
 
 } // namespace zel::test

@@ -27,6 +27,13 @@ TEST(Identifier, HexHasTheBytesThatTheBitsFill) {
     EXPECT_EQ(hexOf(identifierOf(255, {})), std::string(64, '0'));
 }
 
+TEST(Identifier, WholeOneHasAllBytesWhateverItsBits) {
+    Identifier whole = identifierOf(4, {0x0A, 0x01});
+    whole.isWhole = true;
+    EXPECT_EQ(hexOf(whole), std::string(60, '0') + "010A");
+    EXPECT_EQ(decimalOf(whole), "266");
+}
+
 TEST(Identifier, BitCountBeyondTheBufferStaysInside) {
     EXPECT_EQ(identifierOf(300, {}).used().size(), 32U);
     EXPECT_EQ(identifierOf(-7, {}).used().size(), 0U);

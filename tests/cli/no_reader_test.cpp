@@ -29,7 +29,9 @@ TEST_F(NoReader, EveryCommandSaysWhatToDo) {
         EXPECT_EQ(runZeltag({command}), expected) << command;
     for (const Arguments& arguments :
          {Arguments{"luid", "1"}, Arguments{"config", "show"},
-          Arguments{"config", "set", "bBeepID=1"}, Arguments{"config", "reset", "--yes"}})
+          Arguments{"config", "set", "bBeepID=1"}, Arguments{"config", "reset", "--yes"},
+          Arguments{"raw", "8A"}, Arguments{"dump", "dump.txt"}, Arguments{"read", "--queued"},
+          Arguments{"read", "--card-data"}})
         EXPECT_EQ(runZeltag(arguments), expected) << arguments.front();
     EXPECT_EQ(runZeltag({"read", "--watch"}), expected);
 }

@@ -23,39 +23,47 @@ TEST(Program, HelpGroupsTheCommandsAndShowsAnExampleEach) {
     EXPECT_EQ(run.exit, 0);
     EXPECT_EQ(run.err, "");
     const auto commands = run.out.substr(run.out.find("Readers:"));
-    EXPECT_EQ(commands, "Readers:\n"
-                        "  list                  List the readers\n"
-                        "  info                  Tell all of one reader\n"
-                        "  ping                  Measure how fast a reader answers\n"
-                        "  beep                  Let a reader beep\n"
-                        "  luid                  Give a reader its logical unit ID\n"
-                        "\n"
-                        "Cards:\n"
-                        "  read                  Read the card in the reader's field\n"
-                        "\n"
-                        "Settings:\n"
-                        "  config                Show and change a reader's settings\n"
-                        "\n"
-                        "Examples:\n"
-                        "  zeltag list --sim\n"
-                        "  zeltag info --sim\n"
-                        "  zeltag ping --device 0\n"
-                        "  zeltag beep 2 --long --sim\n"
-                        "  zeltag luid 12 --sim\n"
-                        "  zeltag read --sim --watch\n"
-                        "  zeltag config show --sim\n"
-                        "  zeltag config get iIDHoldTO --sim\n"
-                        "  zeltag config set iIDHoldTO=2000 bBeepID=1 --dry-run --sim\n"
-                        "  zeltag config reset --factory --yes --sim\n"
-                        "\n"
-                        "`zeltag COMMAND --help` tells more of a command.\n");
+    EXPECT_EQ(commands,
+              "Readers:\n"
+              "  list                  List the readers\n"
+              "  info                  Tell all of one reader\n"
+              "  ping                  Measure how fast a reader answers\n"
+              "  beep                  Let a reader beep\n"
+              "  luid                  Give a reader its logical unit ID\n"
+              "\n"
+              "Cards:\n"
+              "  read                  Read the card in the reader's field\n"
+              "\n"
+              "Settings:\n"
+              "  config                Show and change a reader's settings\n"
+              "\n"
+              "Support:\n"
+              "  raw                   Send a report of up to eight bytes and print the reply\n"
+              "  dump                  Write all reports of a reader to a file\n"
+              "\n"
+              "Examples:\n"
+              "  zeltag list --sim\n"
+              "  zeltag info --sim\n"
+              "  zeltag ping --device 0\n"
+              "  zeltag beep 2 --long --sim\n"
+              "  zeltag luid 12 --sim\n"
+              "  zeltag read --sim --watch\n"
+              "  zeltag config show --sim\n"
+              "  zeltag config get iIDHoldTO --sim\n"
+              "  zeltag config set iIDHoldTO=2000 bBeepID=1 --dry-run --sim\n"
+              "  zeltag config reset --factory --yes --sim\n"
+              "  zeltag raw 8A --sim\n"
+              "  zeltag dump reader.txt --sim\n"
+              "\n"
+              "`zeltag COMMAND --help` tells more of a command.\n");
 }
 
 TEST(Program, HelpOfACommandShowsItsOptionsAndAnExample) {
     const Ended run = runZeltag({"read", "--help"});
     EXPECT_EQ(run.exit, 0);
-    for (const char* part : {"--watch", "--wait SECONDS", "--json", "--sim", "--device N",
-                             "Example:\n  zeltag read --sim --watch\n"})
+    for (const char* part :
+         {"--watch", "--wait SECONDS", "--long", "--queued", "--card-data", "--json", "--sim",
+          "--progress", "--device N", "Example:\n  zeltag read --sim --watch\n"})
         EXPECT_TRUE(contains(run.out, part)) << part;
 }
 
@@ -128,7 +136,33 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"read", "--wait"},
                    "zeltag: --wait: 1 required SECONDS missing; `zeltag read --help` shows how"},
         WrongUsage{{"read", "--sim", "--watch", "--wait", "1"},
-                   "zeltag: --watch and --wait don't go together; --watch waits for every card"}));
+                   "zeltag: --watch and --wait don't go together; --watch waits for every card"},
+        WrongUsage{{"read", "--queued", "--watch"},
+                   "zeltag: --queued doesn't go with --watch; "
+                   "it prints what the reader holds at this moment"},
+        WrongUsage{{"read", "--card-data", "--wait", "1"},
+                   "zeltag: --card-data doesn't go with --wait; "
+                   "it prints what the reader holds at this moment"},
+        WrongUsage{{"read", "--queued", "--long"},
+                   "zeltag: --long excludes --queued; `zeltag read --help` shows how"},
+        WrongUsage{{"read", "--card-data", "--long"},
+                   "zeltag: --long excludes --card-data; `zeltag read --help` shows how"},
+        WrongUsage{{"read", "--card-data", "--queued"},
+                   "zeltag: --queued excludes --card-data; `zeltag read --help` shows how"},
+        WrongUsage{{"raw"}, "zeltag: BYTE is required; `zeltag raw --help` shows how"},
+        WrongUsage{{"raw", "8A", "8G"},
+                   "zeltag: \"8G\" is no byte; write it in hexadecimal, such as 8F or 0x8F"},
+        WrongUsage{{"raw", "100"},
+                   "zeltag: \"100\" is no byte; write it in hexadecimal, such as 8F or 0x8F"},
+        WrongUsage{{"raw", "0x"},
+                   "zeltag: \"0x\" is no byte; write it in hexadecimal, such as 8F or 0x8F"},
+        WrongUsage{{"raw", ""},
+                   "zeltag: \"\" is no byte; write it in hexadecimal, such as 8F or 0x8F"},
+        WrongUsage{{"raw", "0x-1"},
+                   "zeltag: \"0x-1\" is no byte; write it in hexadecimal, such as 8F or 0x8F"},
+        WrongUsage{{"raw", "1", "2", "3", "4", "5", "6", "7", "8", "9"},
+                   "zeltag: a report has 8 bytes, not 9; give 1 to 8; those left out are zero"},
+        WrongUsage{{"dump"}, "zeltag: FILE is required; `zeltag dump --help` shows how"}));
 
 TEST(Usage, IsAnObjectOnStdoutTooWithJson) {
     const Ended run = runZeltag({"read", "--wait", "x", "--json"});
