@@ -44,7 +44,9 @@ endif()
 # the names that the shared library hides are local.
 if(APPLE)
     add_library(zelTagAPI_static STATIC)
-    target_link_libraries(zelTagAPI_static PRIVATE zel_objects)
+    target_sources(zelTagAPI_static PRIVATE $<TARGET_OBJECTS:zel_objects>)
+    target_link_libraries(zelTagAPI_static INTERFACE
+        "$<BUILD_INTERFACE:-framework IOKit;-framework CoreFoundation>")
 else()
     find_program(ZEL_MERGING_LINKER NAMES ld.bfd ld REQUIRED) # lld keeps groups apart
     set(merged ${CMAKE_BINARY_DIR}/zelTagAPI.o)
