@@ -124,6 +124,12 @@ protected:
         unsigned char buffer[ZELTAGAPI_ID_SIZE];
         GetActiveID(buffer, 8);
         GetActiveID32(buffer, 32);
+        GetQueuedID(anyShort(), anyShort());
+        GetQueuedID_index(anyShort());
+        getActiveCardData();
+        getActiveCardData_byte(anyShort());
+        SetRawPayload_index(anyShort(), anyShort());
+        GetRawPayload_index(anyShort());
     }
 
     void moveSets() {

@@ -38,7 +38,7 @@ protected:
 
     // Operations that proximity readers alone serve.
     static void expectNoReader() {
-        EXPECT_EQ(GetFirmwareVersion(0, 0), static_cast<unsigned>(-7));
+        EXPECT_EQ(GetFirmwareVersion(1, 0), static_cast<unsigned>(-7));
         EXPECT_EQ(getESN(), nullptr);
         EXPECT_EQ(GetEnhanceSecurityFlag(), -7);
         EXPECT_EQ(SetAZERTYShiftLock(1), -7);

@@ -2,6 +2,7 @@
 // Takes the place of libc's pause and clock in the whole program, its shared libraries included.
 #include "tests/support/virtual_time.h"
 
+#include <atomic>
 #include <sys/time.h>
 #include <unistd.h>
 #include <utility>
@@ -11,22 +12,24 @@ namespace zel::test {
 namespace {
 
 constexpr std::uint64_t kMicro = 1'000'000;
-std::uint64_t now = 1'700'000'000 * kMicro;
-std::uint64_t paused = 0;
+// Relaxed, so that threads of a test get no order between them from the clock.
+constexpr auto kOrder = std::memory_order_relaxed;
+std::atomic<std::uint64_t> now = 1'700'000'000 * kMicro;
+std::atomic<std::uint64_t> paused = 0;
 std::function<void(std::uint64_t)> pauseListener;
 
 } // namespace
 
-std::uint64_t virtualMicroseconds() { return now; }
-void setVirtualMicroseconds(std::uint64_t time) { now = time; }
+std::uint64_t virtualMicroseconds() { return now.load(kOrder); }
+void setVirtualMicroseconds(std::uint64_t time) { now.store(time, kOrder); }
 void onPause(std::function<void(std::uint64_t)> listener) { pauseListener = std::move(listener); }
-std::uint64_t takePausedMicroseconds() { return std::exchange(paused, 0); }
+std::uint64_t takePausedMicroseconds() { return paused.exchange(0, kOrder); }
 
 static void pause(std::uint64_t microseconds) {
     if (pauseListener)
         pauseListener(microseconds);
-    paused += microseconds;
-    now += microseconds;
+    paused.fetch_add(microseconds, kOrder);
+    now.fetch_add(microseconds, kOrder);
 }
 
 } // namespace zel::test
