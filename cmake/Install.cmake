@@ -11,6 +11,7 @@ set(public_headers
     frame/zelTagBand.h
     frame/zelTagEcho.h
     frame/zelTagExport.h
+    frame/zelTagFiles.h
     frame/zelTagRecords.h
     frame/zelTagState.h)
 set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/zelTagAPI)

@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The exported calls on files that hold a device's settings. No family reads or writes such files
-// yet, so each path meets an unserved product.
+// The exported calls on files that hold a device's settings.
 #include "base/text_by_character.h"
-#include "frame/state.h"
+#include "cfgfile/interface_kind.h"
+#include "cfgfile/tag_file.h"
+#include "frame/dispatch.h"
 #include "frame/zelTagAPI.h"
 
-using zel::TextIn;
-using zel::unsupportedValue;
+using namespace zel;
 
-int WriteDevCfgToFile(const char*) { return unsupportedValue(); }
+int WriteDevCfgToFile(const char* name) { return forTag(zeltag_WriteDevCfgToFile, name); }
 
-int ReadDevCfgFmFile(const char*) { return unsupportedValue(); }
+int ReadDevCfgFmFile(const char* name) { return forTag(zeltag_ReadDevCfgFmFile, name); }
 
 // A sensor's file names no kind.
-int ReadDevTypeFromFile(const char*) {
-    return zel::activeProduct() == zel::kEcho ? 0 : unsupportedValue();
+int ReadDevTypeFromFile(const char* name) {
+    if (activeProduct() == kBand)
+        return zelband_ReadDevTypeFromFile(name);
+    return activeProduct() == kEcho ? 0 : unsupportedValue();
 }
 
 // The character forms are crossed: each ends with the other one's operation.

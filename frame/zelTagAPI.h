@@ -117,6 +117,8 @@ ZELTAGAPI_EXPORT void DebugDump(void);
 #define ZELTAGAPI_ERR_FILE_NAME 0x50000000    /**< the firmware file name could not be read */
 #define ZELTAGAPI_ERR_FULL_VERSION 0x70000000 /**< the firmware version could not be read */
 #define ZELTAGAPI_ERR_REFERENCE 0x80000000    /**< a key or file reference could not be written */
+#define ZELTAGAPI_ERR_BLOB 0x81000000         /**< a report of a key blob failed */
+#define ZELTAGAPI_ERR_INTEGRITY 0x91000000    /**< a file's trailer doesn't hold, or isn't made */
 
 /** @return the error word of the active device, told by its last operation, 0 for none; without an
  * active device the unsupported value. No device traffic; no lock. */
@@ -883,18 +885,32 @@ ZELTAGAPI_EXPORT int IsCardTypeInList(unsigned short type);
 
 /** @name Template files
  *
- * No lock. This version of the library serves no device here yet: until it does, the calls answer
- * as without such a device.
+ * A proximity reader's settings as text, to be edited and loaded into another reader of its kind.
+ * Those of a magnetic stripe reader and of a sensor are not served yet. The calls set no error word
+ * of their own: it is that of the last call they made on the device. Their path may be null, which
+ * no file has. No lock.
+ *
+ * A file holds the reader's field data, which may be secret; where the header of these counts more
+ * than their 128 bytes, it holds the key values too.
  * @{ */
 
-/** Writes the active device's settings to a text file.
+/** Reads the active reader's settings from the device and writes them to a text file. Its records
+ * are those of the device then; the active configuration stays. Device traffic of a ReadCfg(), on a
+ * reader of several configurations once for each.
  * @param path the file; replaced when it exists
- * @return 1 or 0; the unsupported value where no device has such files */
+ * @return 1; 0 when the file can't be created, and then nothing is sent; -1 when no configuration
+ * could be read, with a file that holds no settings; 1 too when some could. The unsupported value
+ * where the active device has no such files */
 ZELTAGAPI_EXPORT int WriteDevCfgToFile(const char* path);
 
-/** Reads settings from such a file into the active device's record.
+/** Sets what differs in such a file and writes it to the active reader. A record with a word out of
+ * range stays as it is, and so do field data of another form; a key that no record has is passed
+ * over. Device traffic of a WriteCfg(), on a reader of several configurations once for each, and of
+ * volatile LED, beeper and relay settings. Once a write failed, the configurations behind it are
+ * set and not written, and the last one stays active.
  * @param path the file
- * @return as WriteDevCfgToFile() */
+ * @return 1; 0 when a write failed, or with no traffic when the file can't be opened or has no
+ * title in its first 128 bytes. The unsupported value where the active device has no such files */
 ZELTAGAPI_EXPORT int ReadDevCfgFmFile(const char* path);
 
 /** Collects a path by characters and then READS that file: index 255 runs ReadDevCfgFmFile().
@@ -909,34 +925,80 @@ ZELTAGAPI_EXPORT int writeDevCfgToFile_char(short index, short character);
  * @return as there */
 ZELTAGAPI_EXPORT int readDevCfgFmFile_char(short index, short character);
 
-/** Looks up which kind of magnetic stripe reader a file belongs to.
+/** Looks up which kind of magnetic stripe reader a file is for: the word "USB", or else "SERIAL",
+ * behind "Interface:" in its first 257 bytes. No file of this library has it. No device traffic, no
+ * error word.
  * @param path the file
- * @return the kind; 0 with a sensor active; the unsupported value otherwise */
+ * @return with a magnetic stripe reader active 0 for USB, 1 for a serial line, 65535 for neither or
+ * a file that can't be opened; with a sensor active 0; the unsupported value otherwise */
 ZELTAGAPI_EXPORT int ReadDevTypeFromFile(const char* path);
+
+/** @} */
+
+/** @name Integrity of files
+ *
+ * A file may carry the CRC-32 of its own text in a trailer, by which a changed file is told. These
+ * files are text: of a line with a zero byte only what stands in front of that byte counts. A file
+ * that can't be opened fails its check, as a null path does. No lock.
+ * @{ */
+
+/** Writes the active proximity reader's settings to a text file and seals it with a trailer.
+ * Sets the error word of the active record to 0 first. Device traffic as of ReadCfg().
+ * @param path the file; replaced when it exists
+ * @return 1, also when no proximity reader is active, and then no file is written; the unsupported
+ * value when the file can't be created, or with ZELTAGAPI_ERR_INTEGRITY when its checksum can't be
+ * computed */
+ZELTAGAPI_EXPORT int WriteDevCfgToSecureFile(const char* path);
+
+/** Checks such a file's trailer and, when it holds, applies what differs to the active proximity
+ * reader. Sets the error word of the active record to 0 first. Device traffic as of WriteCfg(), for
+ * a file that holds alone.
+ * @param path the file
+ * @return 1, also when no proximity reader is active, and then nothing is applied; 0 with
+ * ZELTAGAPI_ERR_INTEGRITY for a trailer that doesn't hold; the unsupported value when the settings
+ * couldn't be read from the file or written to the reader */
+ZELTAGAPI_EXPORT int ReadDevCfgFromSecureFile(const char* path);
+
+/** Checks a firmware file's trailer. No device traffic, no error word.
+ * @param path the file
+ * @return 1 when it holds, else 0 */
+ZELTAGAPI_EXPORT int CheckTamperedFirmwareFile(const char* path);
+
+/** Does nothing: firmware files come with their trailer. The file isn't opened.
+ * @param path not used
+ * @return 0, without a meaning */
+ZELTAGAPI_EXPORT int GenerateSecureFirmwareFile(const char* path);
 
 /** @} */
 
 /** @name Secure blocks
  *
- * No lock. This version of the library serves no device here yet: until it does, the calls answer
- * as without such a device.
+ * Key blobs of the active proximity reader: a header of four bytes, whose third is the count of
+ * data bytes, then the data. Four data bytes go with one report. The library keeps no copy. No
+ * lock.
  * @{ */
 
-/** Writes a key blob to the active proximity reader and lets it save it.
- * @param blob `size` bytes
- * @param size bytes of the blob
- * @return 1, or 0 */
+/** Writes a key blob, lets the reader save it and, half a second later, commit it. One chunk that
+ * the reader acknowledges makes the whole blob count as written: read it back to be sure.
+ * @param blob `size` bytes: the header and its data
+ * @param size 4 plus the third byte of the header; another size sends nothing
+ * @return 1 written and saved; 0 otherwise, with ZELTAGAPI_ERR_BLOB when a report of the data, of
+ * the save or of the commit could not be sent */
 ZELTAGAPI_EXPORT int WriteSecureData(unsigned char* blob, int size);
 
-/** Reads a key blob back.
- * @param header the blob's four header bytes
- * @param output receives the blob
- * @return 1 when the reader acknowledged the header, else 0 */
+/** Reads a key blob back. A chunk that doesn't come leaves no gap: the next one moves up.
+ * @param header the blob's four bytes of header
+ * @param output receives the data alone. It needs room for the third byte of the header rounded up
+ * to a multiple of four, since a whole chunk is stored each time: 8 bytes for a length of 5
+ * @return 1 when the reader acknowledged the header, whatever came of the data; 0 otherwise, and
+ * for a null pointer. ZELTAGAPI_ERR_BLOB when a report could not be sent */
 ZELTAGAPI_EXPORT int ReadSecureData(unsigned char* header, unsigned char* output);
 
-/** Writes the key blobs of a file to the active proximity reader.
+/** Checks the trailer of an INI file and writes its key blobs one after the other. A blob that
+ * fails doesn't stop the run; a section of another form does, and what was written stays written.
  * @param path the file
- * @return 1 when the last blob went through, else 0 */
+ * @return 1 when the last blob went through; 0 otherwise, also with no such reader. With
+ * ZELTAGAPI_ERR_INTEGRITY the file can't be read or its trailer doesn't hold; nothing is sent */
 ZELTAGAPI_EXPORT int LoadIniFile(const char* path);
 
 /** @} */

@@ -11,7 +11,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 # Headers that anyone may include, and the floor that every folder of the library stands on.
 LEAVES = {"frame/zelTagAPI.h", "frame/zelTagAccessors.h", "frame/zelTagBand.h",
-          "frame/zelTagEcho.h", "frame/zelTagExport.h", "frame/zelTagRecords.h"}
+          "frame/zelTagEcho.h", "frame/zelTagExport.h", "frame/zelTagFiles.h",
+          "frame/zelTagRecords.h"}
 FLOOR = {"frame/state.h", "frame/lock.h", "frame/exported.h", "frame/zelTagState.h",
          "frame/records.def"}
 
@@ -22,14 +23,17 @@ MAP = {
     "family/tag": FLOOR | {"base/", "transport/"},
     "family/band": FLOOR | {"base/", "transport/"},
     "family/echo": FLOOR | {"base/", "transport/"},
-    "frame": {"base/", "transport/", "family/tag/", "family/band/", "family/echo/"},
+    "cfgfile": FLOOR | {"base/", "family/tag/"},
+    "firmware": FLOOR | {"base/", "transport/", "family/tag/"},
+    "frame": {"base/", "transport/", "family/tag/", "family/band/", "family/echo/", "cfgfile/",
+              "firmware/"},
     "sim": {"transport/usb_backend.h"},
     "cli": {"sim/demo.h", "frame/records.def"},
 }
 # Headers whose every call is documented.
 REFERENCE = ("frame/zelTagAPI.h", "frame/zelTagAccessors.h", "frame/zelTagBand.h",
-             "frame/zelTagEcho.h")
-FREE = ("tests/", "bench/", "examples/")
+             "frame/zelTagEcho.h", "frame/zelTagFiles.h")
+FREE = ("tests/", "bench/", "examples/", "fuzz/")
 LONGEST_LINE = 100
 
 

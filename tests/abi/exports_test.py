@@ -45,7 +45,8 @@ def archive_globals(path):
                           text=True).stdout
     names = {line.split()[2] for line in text.splitlines() if len(line.split()) == 3}
     # Instantiations of the standard library's templates stay shared with the program's own.
-    return {name for name in names if not name.startswith(("_ZNSt", "_ZSt", "_ZZNSt", "_ZNKSt"))}
+    return {name for name in names if not name.startswith((
+        "_ZNSt", "_ZSt", "_ZZNSt", "_ZNKSt", "_ZN9__gnu_cxx", "_ZNK9__gnu_cxx"))}
 
 
 def main():

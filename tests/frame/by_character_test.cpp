@@ -3,6 +3,7 @@
 #include "family/band/band.h"
 #include "family/tag/tag.h"
 #include "tests/support/library_test.h"
+#include "tests/support/temporary_folder.h"
 
 #include <cstring>
 #include <initializer_list>
@@ -21,7 +22,11 @@ constexpr Take kNames[] = {getDevName_char, zeltag_getDevName_char, zelband_getD
 class ByCharacter : public LibraryTest {
 protected:
     ByCharacter() { SetUnsupportedProductErrorCode(-7); }
-    ~ByCharacter() override { iDevsFnd = 0; }
+    ~ByCharacter() override {
+        iDevsFnd = 0;
+        for (const Put put : kTextsIn)
+            put(0, 0);
+    }
 
     static void activate(const char* name) {
         iDevsFnd = 1;
@@ -54,6 +59,22 @@ TEST_F(ByCharacter, TextsInRefuseOtherIndexes) {
 TEST_F(ByCharacter, TextsInEndAt255WithTheResultOfTheirOperation) {
     for (const Put put : kTextsIn)
         EXPECT_EQ(put(255, 0), put == chkDelRemoval_char ? 0 : -7);
+}
+
+// The two are crossed.
+TEST_F(ByCharacter, TemplateIsReadByTheWriteCallAndWrittenByTheReadCall) {
+    const TemporaryFolder folder;
+    connectReader();
+    for (const Put put : {writeDevCfgToFile_char, readDevCfgFmFile_char})
+        for (short index = 0; index < 4; ++index)
+            EXPECT_EQ(put(index, "file"[index]), 1);
+    EXPECT_EQ(writeDevCfgToFile_char(255, 0), 0) << "there is nothing to read";
+    EXPECT_FALSE(std::filesystem::exists("file"));
+    EXPECT_EQ(readDevCfgFmFile_char(255, 0), 1);
+    EXPECT_TRUE(std::filesystem::exists("file"));
+    bus().takeTrace();
+    EXPECT_EQ(writeDevCfgToFile_char(255, 0), 1);
+    EXPECT_NE(bus().takeTrace().find("  commit\n"), std::string::npos);
 }
 
 TEST_F(ByCharacter, NameComesUpToItsEnd) {

@@ -88,14 +88,15 @@ inline constexpr Row kLineRows[] = {
 };
 
 inline constexpr Row kFileRows[] = {
-    {ZEL_CALL(WriteDevCfgToFile("/")), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(ReadDevCfgFmFile("/")), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(writeDevCfgToFile_char(255, 0)), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(readDevCfgFmFile_char(255, 0)), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(ReadDevTypeFromFile("/")), kNo, kNo, kNo, no(0), kNo, kNo},
-    {ZEL_CALL(WriteSecureData(bytes(), 4)), no(0), no(0), no(0), no(0), no(0), no(0)},
-    {ZEL_CALL(ReadSecureData(bytes(), bytes())), no(0), no(0), no(0), no(0), no(0), no(0)},
-    {ZEL_CALL(LoadIniFile("/")), no(0), no(0), no(0), no(0), no(0), no(0)},
+    {ZEL_CALL(WriteDevCfgToFile("/")), kNo, no(0), kNo, kNo, kNo, no(0)},
+    {ZEL_CALL(ReadDevCfgFmFile("/")), kNo, no(0), kNo, kNo, kNo, no(0)},
+    {ZEL_CALL(writeDevCfgToFile_char(255, 0)), kNo, no(0), kNo, kNo, kNo, no(0)},
+    {ZEL_CALL(readDevCfgFmFile_char(255, 0)), kNo, no(0), kNo, kNo, kNo, no(0)},
+    {ZEL_CALL(ReadDevTypeFromFile("/")), kNo, kNo, no(65535), no(0), kNo, kNo},
+    {ZEL_CALL(WriteDevCfgToSecureFile("/dev/null")), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(ReadDevCfgFromSecureFile("/dev/null")), 0, 0, 0, 0, 0, 0},
+    {ZEL_CALL(CheckTamperedFirmwareFile("/dev/null")), no(0), no(0), no(0), no(0), no(0), no(0)},
+    {ZEL_CALL(GenerateSecureFirmwareFile("/")), no(0), no(0), no(0), no(0), no(0), no(0)},
 };
 
 } // namespace zel::test

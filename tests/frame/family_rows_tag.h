@@ -114,4 +114,20 @@ inline constexpr Row kMultiRows[] = {
     {ZEL_CALL(IsCardTypeInList(kCardType)), no(0), 1, no(0), no(0), no(0), 1},
 };
 
+inline unsigned char* blob() {
+    static unsigned char blob[8] = {0x10, 1, 4, 0, 1, 2, 3, 4};
+    return blob;
+}
+inline unsigned char* writtenBlob() {
+    WriteSecureData(blob(), 8);
+    return blob();
+}
+
+// A file is checked whatever the device, and a folder is none.
+inline constexpr Row kBlobRows[] = {
+    {ZEL_CALL(WriteSecureData(blob(), 8)), no(0), 0, no(0), no(0), no(0), 1},
+    {ZEL_CALL(ReadSecureData(writtenBlob(), bytes())), no(0), 0, no(0), no(0), no(0), 1},
+    {ZEL_CALL(LoadIniFile("/")), 0, 0, 0, 0, 0, 0},
+};
+
 } // namespace zel::test

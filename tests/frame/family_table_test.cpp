@@ -27,9 +27,10 @@ using Names = std::set<std::string>;
 std::vector<Row> allRows() {
     std::vector<Row> rows;
     const std::span<const Row> groups[] = {
-        kLibraryRows, kConnectRows,       kIdentityRows,  kHotPlugRows,   kFilterRows,  kLineRows,
-        kFileRows,    kConfigurationRows, kRecordRows,    kCardRows,      kServiceRows, kModeRows,
-        kMultiRows,   kBandTrackRows,     kBandFieldRows, kBandOtherRows, kSensorRows};
+        kLibraryRows,   kConnectRows,   kIdentityRows,      kHotPlugRows, kFilterRows,
+        kLineRows,      kFileRows,      kConfigurationRows, kRecordRows,  kCardRows,
+        kServiceRows,   kModeRows,      kMultiRows,         kBlobRows,    kBandTrackRows,
+        kBandFieldRows, kBandOtherRows, kSensorRows};
     for (const auto group : groups)
         rows.insert(rows.end(), group.begin(), group.end());
     return rows;

@@ -1,0 +1,63 @@
+/* SPDX-License-Identifier: MIT */
+/** @file
+ * Calls for tools that look into the library's files without touching a device. No lock.
+ *
+ * Optional, as zelTagState.h is: a template file is told as configurations of that header.
+ */
+#ifndef ZELTAGAPI_FILES_H
+#define ZELTAGAPI_FILES_H
+
+#include "frame/zelTagExport.h"
+#include "frame/zelTagState.h"
+
+ZELTAGAPI_BEGIN
+
+/** Kinds of files with a checksum trailer (CRC-32 of IEEE 802.3). */
+enum zelFileKind {
+    ZELTAGAPI_FILE_TEMPLATE = 0, /**< a reader's settings, sealed */
+    ZELTAGAPI_FILE_FIRMWARE = 1, /**< firmware of a reader */
+    ZELTAGAPI_FILE_KEYS = 2      /**< key blobs for a reader */
+};
+
+/** Why a file's trailer doesn't hold. */
+enum zelFileFault {
+    ZELTAGAPI_FAULT_NONE = 0,       /**< it holds */
+    ZELTAGAPI_FAULT_OPEN = 1,       /**< the file can't be opened or read */
+    ZELTAGAPI_FAULT_NO_TRAILER = 2, /**< no trailer up to the end of the file */
+    ZELTAGAPI_FAULT_TRAILER = 3,    /**< the trailer stands on `line` and has another form */
+    ZELTAGAPI_FAULT_BEHIND = 4,     /**< `line` stands behind the trailer */
+    ZELTAGAPI_FAULT_CHECKSUM = 5    /**< the trailer on `line` tells another checksum */
+};
+
+/** What zelTagAPI_checkFile() found. */
+typedef struct zelFileCheck {
+    int fault;        /**< of zelFileFault */
+    int line;         /**< the line meant, from 1; 0 for none */
+    char told[9];     /**< the checksum that the trailer tells, as far as it could be read */
+    char computed[9]; /**< the checksum of the text in front of the trailer */
+} zelFileCheck;
+
+/** Checks a file's trailer as the calls that use such a file do, and tells what is wrong.
+ * @param path the file
+ * @param kind of zelFileKind
+ * @param check receives the findings; may be null
+ * @return 1 when the trailer holds, else 0 */
+ZELTAGAPI_EXPORT int zelTagAPI_checkFile(const char* path, int kind, zelFileCheck* check);
+
+/** Reads a template file's configurations as ReadDevCfgFmFile() does, and sets and sends nothing.
+ * Ranges of words aren't checked, and iTPCfgFlg3 is told as the file has it, though a reader takes
+ * that byte from the third flags.
+ * @param path the file
+ * @param configs `count` configurations; a word that the file doesn't name stays as it is
+ * @param count configurations of the reader, 1 to 11; 1 tells no card type
+ * @param forReader not 0: `configs` are those of a reader, and what it wouldn't take (field data of
+ * another form, an output format that it doesn't know) stays as it is, or becomes 0 for the format
+ * @return how many configurations the file begins with, at most `count`: each names a known word or
+ * has field data. 0 when there is none, for a file that can't be opened or is no template file, and
+ * for bad arguments */
+ZELTAGAPI_EXPORT int zelTagAPI_readTemplate(const char* path, tsTagCfg* configs, int count,
+                                            int forReader);
+
+ZELTAGAPI_END
+
+#endif
