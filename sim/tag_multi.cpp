@@ -2,16 +2,12 @@
 // The commands of a TagPlus reader, by their sub-command in the second byte.
 #include "sim/tag_multi.h"
 
-#include <algorithm>
-
 namespace zel::sim {
 
 namespace {
 
 constexpr std::uint8_t kMulti = 0x89;
 constexpr std::uint8_t kMove = 0x82;
-constexpr std::uint8_t kReference = 0x90;
-constexpr std::uint8_t kReferenceEnd = 0xFF;
 
 TagBlock echo(const TagBlock& command) { return {command[0], command[1], command[2], command[3]}; }
 
@@ -19,10 +15,6 @@ TagBlock echo(const TagBlock& command) { return {command[0], command[1], command
 
 bool TagMulti::isMove(const TagBlock& command) {
     return command[0] == kMulti && command[1] == kMove;
-}
-
-bool TagMulti::isReferenceEnd(const TagBlock& command) {
-    return command[0] == kMulti && command[1] == kReference && command[3] == kReferenceEnd;
 }
 
 TagBlock TagMulti::run(const TagBlock& command) {
@@ -35,12 +27,14 @@ TagBlock TagMulti::run(const TagBlock& command) {
         return version(command);
     case 0x04:
         return cardTypes(command[2]);
+    case 0x10:
+        return blobs_.read(command);
     case 0x81:
         return select(command);
     case kMove:
         return memory_.move(command[2], command[3]) ? echo(command) : TagBlock{};
-    case kReference:
-        return takeReference(command) ? echo(command) : TagBlock{};
+    case 0x90:
+        return blobs_.write(command);
     default:
         return {};
     }
@@ -81,31 +75,6 @@ TagBlock TagMulti::select(const TagBlock& command) {
         return {};
     memory_.active = wanted;
     return {command[0], command[1]};
-}
-
-bool TagMulti::openReference(const TagBlock& command) {
-    isOpen_ = command[4] == 1 || command[4] == 2;
-    if (isOpen_)
-        references_.push_back({command[4], command[5], command[6]});
-    return isOpen_;
-}
-
-bool TagMulti::takeReference(const TagBlock& command) {
-    const std::size_t page = command[3];
-    if (page == 0)
-        return openReference(command);
-    if (!isOpen_)
-        return false;
-    TagReference& reference = references_.back();
-    if (page == kReferenceEnd) {
-        isOpen_ = false;
-        reference.isClosed = true;
-        return true;
-    }
-    reference.data.resize(std::max(reference.data.size(), page * 4));
-    std::copy_n(command.begin() + 4, 4,
-                reference.data.begin() + static_cast<std::ptrdiff_t>((page - 1) * 4));
-    return true;
 }
 
 } // namespace zel::sim

@@ -30,6 +30,7 @@ constexpr std::uint64_t kSlowCommit = 1'200'000;
 constexpr std::uint64_t kFactoryReset = 1'200'000;
 constexpr std::uint64_t kCardTypeWrite = 10'000;
 constexpr std::uint64_t kSetMove = 100'000;
+constexpr std::uint64_t kBlobSave = 500'000;
 
 bool isBlock(std::uint8_t opcode) { return opcode >= 0x80 && opcode <= 0x83; }
 
@@ -75,7 +76,7 @@ void TagReader::replyWith(std::vector<std::uint8_t> command, const Block& reply)
 
 void TagReader::powerUp() {
     memory_.powerUp();
-    multi_.powerUp();
+    multi_.blobs().powerUp();
     busy_ = {};
     command_ = {};
     result_ = {};
@@ -84,7 +85,10 @@ void TagReader::powerUp() {
 }
 
 std::string TagReader::nameOf(std::span<const std::uint8_t> payload) const {
-    return isData(payload) ? tagCommandName(command_) + " data" : tagCommandName(payload);
+    if (isData(payload))
+        return tagCommandName(command_) + " data";
+    const std::string blob = multi_.blobs().nameOf(payload);
+    return blob.empty() ? tagCommandName(payload) : blob;
 }
 
 // A host whose data was lost sends the same again, or gives up and comes with another command.
@@ -105,6 +109,8 @@ bool TagReader::take(std::uint8_t reportId, std::span<const std::uint8_t> payloa
     if (reportId != 0 || payload.size() != command_.size())
         return false;
     const bool takesData = isData(payload);
+    if (!takesData && multi_.blobs().faultOf(payload) == BlobFault::Refused)
+        return false;
     Block report;
     std::copy(payload.begin(), payload.end(), report.begin());
     lostData_.reset();
@@ -131,9 +137,7 @@ void TagReader::checkPause() {
 void TagReader::runCommand(const Block& before) {
     switch (command_[0]) {
     case kMulti:
-        result_ = multi_.run(command_);
-        if (TagMulti::isMove(command_) && result_ != Block{})
-            busy_.hold(kSetMove);
+        runMulti();
         break;
     case kService:
         result_ = services_.run(command_);
@@ -150,19 +154,34 @@ void TagReader::runCommand(const Block& before) {
     }
 }
 
-// The commit that ends the transfer of a reference has nothing to save.
+// The reader takes no time over a reference.
+void TagReader::runMulti() {
+    result_ = multi_.run(command_);
+    if (result_ == Block{})
+        return;
+    if (TagMulti::isMove(command_))
+        busy_.hold(kSetMove);
+    if (TagBlobs::isSave(command_) && !multi_.blobs().isReferenceLast())
+        busy_.hold(kBlobSave);
+}
+
+// The commit behind the end of a blob has nothing more to save.
 void TagReader::commit(const Block& before) {
     memory_.commit();
-    if (command_[1] == 0 && TagMulti::isReferenceEnd(before))
+    multi_.blobs().commit();
+    if (command_[1] == 0 && TagBlobs::isSave(before))
         return;
     busy_.hold(options_.writesFast() ? kFastCommit : kSlowCommit);
 }
 
 bool TagReader::answer(std::uint8_t reportId, std::span<std::uint8_t> out) {
     awaitsData_ = false;
-    if (reportId != 0)
+    const BlobFault fault = multi_.blobs().faultOf(command_);
+    if (reportId != 0 || fault == BlobFault::NoAnswer)
         return false;
-    const Block bytes = reply();
+    Block bytes = reply();
+    if (fault == BlobFault::WrongEcho)
+        bytes[3] ^= 0x01;
     std::copy_n(bytes.begin(), std::min(bytes.size(), out.size()), out.begin());
     return true;
 }

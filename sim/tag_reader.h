@@ -65,7 +65,12 @@ public:
     bool isGreenOn() const { return (memory_.configuration().block[2][0] & 2) != 0; }
     int beeps() const { return services_.beeps(); }
     std::uint8_t lastBeep() const { return services_.lastBeep(); }
-    const std::vector<TagReference>& references() const { return multi_.references(); }
+    std::vector<TagReference> references() const { return multi_.blobs().references(); }
+    const std::vector<TagBlob>& blobs() const { return multi_.blobs().all(); }
+
+    // Lets the reports on a chunk of a blob fail until told otherwise; 0 is the header, 0xFF the
+    // save.
+    void failBlobChunk(std::uint8_t chunk, BlobFault fault) { multi_.blobs().fail(chunk, fault); }
 
     // Commands that came while the reader was still busy, and the text of the last one.
     int violations() const { return violations_; }
@@ -85,6 +90,7 @@ private:
     bool isData(std::span<const std::uint8_t> payload) const;
     void checkPause();
     void runCommand(const Block& before);
+    void runMulti();
     void commit(const Block& before);
     void writeData(const Block& data);
     Block reply();

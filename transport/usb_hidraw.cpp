@@ -3,6 +3,7 @@
 //
 // A node's identity is read from sysfs before the open and asked of the open node again: the number
 // N of hidrawN may have passed to another device in between.
+#include "base/wipe.h"
 #include "transport/usb_platform.h"
 
 #include <algorithm>
@@ -183,7 +184,9 @@ int setFeature(void* handle, unsigned char reportId, const unsigned char* data, 
     report[0] = 0;
     std::copy_n(data, size, report + (addId ? 1 : 0));
     const auto length = static_cast<std::size_t>(size + (addId ? 1 : 0));
-    return ioctl(toDescriptor(handle), HIDIOCSFEATURE(length), report) >= 0 ? 1 : 0;
+    const bool sent = ioctl(toDescriptor(handle), HIDIOCSFEATURE(length), report) >= 0;
+    zel::wipe(report, length); // it may have carried a piece of a key
+    return sent ? 1 : 0;
 }
 
 int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* size) {
@@ -198,6 +201,7 @@ int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* 
         return 0;
     *size = std::clamp<long>(received - 1L, 0, *size);
     std::copy_n(report + 1, *size, data);
+    zel::wipe(report, length);
     return 1;
 }
 

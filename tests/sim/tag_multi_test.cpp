@@ -118,10 +118,10 @@ TEST_F(SimulatedTagPlus, RecordsAFileReferenceBehindAKeyReference) {
               (std::vector<TagReference>{{1, 9, 0, {}, false}, {2, 1, 4, {1, 2, 3, 4}, false}}));
 }
 
-TEST_F(SimulatedTagPlus, RefusesAReferenceOfAnotherKindAndPagesOfNone) {
-    EXPECT_EQ(reader_.query({0x89, 0x90, 0, 0, 3, 1, 4}), Block{});
+TEST_F(SimulatedTagPlus, TakesNoReferenceOfAnotherKindAndNoPagesOfNone) {
     EXPECT_EQ(reader_.query({0x89, 0x90, 0, 1, 1, 2, 3, 4}), Block{});
     EXPECT_EQ(reader_.query({0x89, 0x90, 0, 0xFF}), Block{});
+    EXPECT_EQ(reader_.query({0x89, 0x90, 0, 0, 3, 1, 4}), (Block{0x89, 0x90}));
     EXPECT_TRUE(reader_.references().empty());
 }
 

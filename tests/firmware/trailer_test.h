@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// Files of a test's own, and a checksum worked out bit by bit to compare with.
+#pragma once
+
+#include "firmware/crc.h"
+#include "firmware/trailer.h"
+#include "tests/support/temporary_folder.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <ostream>
+#include <random>
+#include <string>
+
+// Findings compare and print as one text: fault, line, told, computed.
+inline std::string asText(const zelFileCheck& check) {
+    const char* const faults[] = {"holds", "open", "no trailer", "trailer", "behind", "checksum"};
+    std::string text = faults[check.fault];
+    if (check.line != 0)
+        text += " at " + std::to_string(check.line);
+    if (check.told[0] != '\0' || check.computed[0] != '\0')
+        text += ": " + std::string(check.told) + "/" + check.computed;
+    return text;
+}
+
+namespace zel::test {
+
+inline std::uint32_t modelCrc(const std::string& text) {
+    std::uint32_t value = 0xFFFFFFFF;
+    for (const char character : text) {
+        value ^= static_cast<unsigned char>(character);
+        for (int bit = 0; bit < 8; ++bit)
+            value = (value & 1) != 0 ? value >> 1 ^ 0xEDB88320 : value >> 1;
+    }
+    return ~value;
+}
+
+inline std::string modelDigits(const std::string& text) {
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%08X", modelCrc(text));
+    return digits;
+}
+
+class TrailerTest : public ::testing::Test {
+protected:
+    static constexpr char kFile[] = "file.txt";
+
+    static void write(const std::string& text) { std::ofstream(kFile, std::ios::binary) << text; }
+    static std::string read() {
+        std::ifstream file(kFile, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    // What the reader of a kind finds in a file with that text.
+    static std::string find(int kind, const std::string& text) {
+        write(text);
+        CRC crc;
+        return asText(firmware::checkTrailer(crc, kFile, kind));
+    }
+
+    // Texts of a few characters that matter, with lengths around that of a piece.
+    static std::string randomText(std::mt19937& random, const std::string& characters,
+                                  std::size_t longest) {
+        std::string text(random() % (longest + 1), '\0');
+        for (char& character : text)
+            character = characters[random() % characters.size()];
+        return text;
+    }
+
+private:
+    TemporaryFolder folder_;
+};
+
+} // namespace zel::test
