@@ -103,19 +103,6 @@ bool touches(const Changes& changes, std::size_t record) {
     });
 }
 
-// The low digit of the library's code is the word's index in its record.
-Failure explainRefusal(std::size_t record, const Values& values) {
-    const std::int64_t error = GetLastLibErr();
-    const auto index = static_cast<std::size_t>(error & 0xF);
-    for (const Word& word : allWords())
-        if ((error & 0xFFFF) >= 0x1000 && word.record == record && word.index == index)
-            return outside(word, std::to_string(values[index]));
-    return {ExitCode::Failed,
-            fmt::format("the library refuses {} (library error 0x{:X})", recordName(record),
-                        static_cast<std::uint64_t>(error)),
-            "", ""};
-}
-
 Outcome prepareRecord(Changes& changes, std::size_t record) {
     Values values = {};
     if (!readRecord(record, values))
@@ -137,6 +124,19 @@ std::string keptText(const Change& change) {
 }
 
 } // namespace
+
+// The low digit of the library's code is the word's index in its record.
+Failure explainRefusal(std::size_t record, const Values& values) {
+    const std::int64_t error = GetLastLibErr();
+    const auto index = static_cast<std::size_t>(error & 0xF);
+    for (const Word& word : allWords())
+        if ((error & 0xFFFF) >= 0x1000 && word.record == record && word.index == index)
+            return outside(word, std::to_string(values[index]));
+    return {ExitCode::Failed,
+            fmt::format("the library refuses {} (library error 0x{:X})", recordName(record),
+                        static_cast<std::uint64_t>(error)),
+            "", ""};
+}
 
 std::variant<Changes, Failure> parseChanges(const std::vector<std::string>& assignments) {
     Changes changes;

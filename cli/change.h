@@ -29,6 +29,9 @@ std::variant<Changes, Failure> parseChanges(const std::vector<std::string>& assi
 // nothing is sent. A value out of range is refused by its name and range.
 Outcome prepare(Changes& changes);
 
+// Why the library has just refused these values of a record.
+Failure explainRefusal(std::size_t record, const Values& values);
+
 // Whether the changes act on the reader's outputs at once and aren't kept.
 bool isVolatile(const Changes& changes);
 

@@ -74,15 +74,11 @@ void warnOfUnreadable() {
     SetActDev(0);
 }
 
-Outcome checkSettings() {
-    if (!isTag())
-        return noSettings();
-    return hasSettings() ? Outcome() : unreadable();
-}
-
 bool needsChoice(Need need) { return need == Need::Choice || need == Need::Change; }
 
 bool needsSettings(Need need) { return need == Need::Settings || need == Need::Change; }
+
+bool warnsOfUnreadable(Need need) { return need == Need::Presence || need == Need::Choice; }
 
 Outcome connect(const Options& options, Need need) {
     if (options.sim)
@@ -95,7 +91,7 @@ Outcome connect(const Options& options, Need need) {
         return explainNoReader(systemReaders());
     if (needsChoice(need) && !options.device && GetDevCnt() > 1)
         return severalReaders();
-    if (!needsSettings(need) && !complete)
+    if (!complete && warnsOfUnreadable(need))
         warnOfUnreadable();
     if (options.device)
         if (auto failure = choose(*options.device))
@@ -104,6 +100,12 @@ Outcome connect(const Options& options, Need need) {
 }
 
 } // namespace
+
+Outcome checkSettings() {
+    if (!isTag())
+        return noSettings();
+    return hasSettings() ? Outcome() : unreadable();
+}
 
 Connection::Connection(const Options& options, Need need) : failure_(connect(options, need)) {}
 

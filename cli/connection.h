@@ -13,7 +13,11 @@ enum class Need {
     Choice,   // the same, and the user chose the device when there are several
     Settings, // the whole configuration must have been read
     Change,   // both: the settings and the user's choice
+    Each,     // every device in turn: the command asks for the settings of each
 };
+
+// Why the active device's settings can't be worked on: it has none, or they can't be read.
+Outcome checkSettings();
 
 class Connection {
 public:

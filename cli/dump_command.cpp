@@ -4,7 +4,7 @@
 #include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/device.h"
-#include "cli/dump_progress.h"
+#include "cli/file_progress.h"
 #include "cli/interrupt.h"
 #include "cli/replacement_file.h"
 #include "frame/zelTagAPI.h"
@@ -17,6 +17,7 @@ namespace zel::cli {
 
 namespace {
 
+constexpr char kMark[] = "Rx: ";
 constexpr int kReports = 15;    // of a configuration
 constexpr int kReportSize = 58; // two lines of a mark and eight bytes
 
@@ -47,7 +48,7 @@ public:
             return interruption();
         if (!dumped)
             return whyFailed(file, configurations);
-        const int reports = reportsIn(file.temporary());
+        const int reports = partsIn(file.temporary(), kMark);
         if (auto failure = file.keep())
             return failure;
         tell(configurations, reports, options, output);
@@ -56,7 +57,7 @@ public:
 
 private:
     static bool dumpTo(const std::string& path, int configurations) {
-        const DumpProgress progress(path, configurations * kReports);
+        const FileProgress progress(path, {kMark, "reports", configurations * kReports});
         return DumpRawFeatureReports(path.c_str()) == 1;
     }
 

@@ -37,6 +37,22 @@ void report(const Failure& failure, bool json, Output& output) {
         output.line(asJson(failure));
 }
 
+struct FamilyText {
+    std::string_view name;
+    const char* summary;
+};
+
+constexpr FamilyText kFamilies[] = {{"config", "Show and change a reader's settings"},
+                                    {"file", "Check the files that readers are given"},
+                                    {"keys", "Give keys to a reader"}};
+
+const char* summaryOf(std::string_view name) {
+    const auto* const family =
+        std::find_if(std::begin(kFamilies), std::end(kFamilies),
+                     [name](const FamilyText& text) { return text.name == name; });
+    return family == std::end(kFamilies) ? "" : family->summary;
+}
+
 class Program {
 public:
     Program() : app_("Finds zelTag card readers and reads the card in their field.", "zeltag") {
@@ -84,7 +100,7 @@ private:
     CLI::App& family(std::string_view name, const char* group) {
         CLI::App*& made = families_[std::string(name)];
         if (!made) {
-            made = app_.add_subcommand(std::string(name), "Show and change a reader's settings");
+            made = app_.add_subcommand(std::string(name), summaryOf(name));
             made->group(group)->require_subcommand(0, 1);
             addCommonOptions(*made, options_);
         }

@@ -2,14 +2,13 @@
 // `zeltag dump`: the file when all goes well, and the folder as it was when anything doesn't.
 #include "cli/program.h"
 #include "tests/cli/command_line_test.h"
+#include "tests/cli/files_here.h"
 #include "tests/cli/unprivileged.h"
 #include "tests/support/temporary_folder.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <map>
-#include <sys/resource.h>
 #include <thread>
 
 namespace zel::test {
@@ -17,39 +16,6 @@ namespace zel::test {
 namespace {
 
 using cli::ExitCode;
-
-// The files of the working directory and what they hold.
-using Files = std::map<std::string, std::string>;
-
-Files filesHere() {
-    Files files;
-    for (const auto& entry : std::filesystem::directory_iterator(".")) {
-        std::ifstream file(entry.path());
-        files[entry.path().filename()] = {std::istreambuf_iterator(file), {}};
-    }
-    return files;
-}
-
-// Files end after so many bytes, as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t size) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {size, before_.rlim_max};
-        handler_ = std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit before_ = {};
-    void (*handler_)(int) = nullptr;
-};
 
 class BusDump : public CommandLineTest {
 protected:

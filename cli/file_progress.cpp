@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The thread that looks into the file.
-#include "cli/dump_progress.h"
+#include "cli/file_progress.h"
 
 #include "cli/output.h"
 
@@ -14,20 +14,21 @@ namespace {
 constexpr std::chrono::milliseconds kEvery{100};
 }
 
-int reportsIn(const std::string& path) {
+int partsIn(const std::string& path, const char* mark) {
     std::ifstream file(path);
-    int reports = 0;
+    int parts = 0;
     for (std::string line; std::getline(file, line);)
-        reports += line.starts_with("Rx: ") && !file.eof();
-    return reports;
+        parts += line.starts_with(mark) && !file.eof();
+    return parts;
 }
 
-DumpProgress::DumpProgress(std::string path, int total) : path_(std::move(path)), total_(total) {
+FileProgress::FileProgress(std::string path, const FileParts& parts)
+    : path_(std::move(path)), parts_(parts) {
     if (showsProgress())
         thread_ = std::thread([this] { watch(); });
 }
 
-DumpProgress::~DumpProgress() {
+FileProgress::~FileProgress() {
     if (!thread_.joinable())
         return;
     {
@@ -41,19 +42,19 @@ DumpProgress::~DumpProgress() {
         endProgress();
 }
 
-void DumpProgress::watch() {
+void FileProgress::watch() {
     std::unique_lock lock(mutex_);
     while (!end_.wait_for(lock, kEvery, [this] { return ended_; }))
         look();
 }
 
 // A dump that failed has no file any more.
-void DumpProgress::look() {
-    const int reports = reportsIn(path_);
-    if (reports <= told_)
+void FileProgress::look() {
+    const int parts = partsIn(path_, parts_.mark);
+    if (parts <= told_)
         return;
-    told_ = reports;
-    showProgressInPlace(fmt::format("{} of {} reports", reports, total_));
+    told_ = parts;
+    showProgressInPlace(fmt::format("{} of {} {}", parts, parts_.total, parts_.name));
 }
 
 } // namespace zel::cli
