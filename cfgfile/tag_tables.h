@@ -19,7 +19,7 @@ struct Section {
     const tag::Word& word(std::size_t row) const { return tag::wordsOf(record)[row]; }
 };
 
-inline const std::array<Section, 10> kSections = {{
+constexpr std::array<Section, 10> kSections = {{
     {tag::Record::IDBitCnts, "tsIDBitCnts", IDBitCntsStr, 0, 3},
     {tag::Record::CfgFlags, "tsCfgFlags", CfgFlagsStr, 0, 7},
     {tag::Record::IDDispParms, "tsIDDispParms", IDDispParmsStr, 0, 4},
