@@ -3,6 +3,7 @@
 #include "family/band/band.h"
 #include "family/echo/echo.h"
 #include "family/tag/tag.h"
+#include "firmware/messages.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
 #include "transport/serial_port.h"
@@ -22,6 +23,7 @@ void initialiseLock() {
 // before the exit handlers of whatever was loaded earlier.
 __attribute__((constructor)) void onLoad() {
     zel::buildExportedTexts();
+    errorCodes = new ErrorCodes; // stays: exit handlers of the application may still use it
     _APIinit();
     std::atexit([] { _APIfini(); });
 }

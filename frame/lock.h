@@ -3,12 +3,17 @@
 #pragma once
 
 #include "frame/state.h"
+#include "frame/zelTagAPI.h"
 
 namespace zel {
 
 class LibraryLock {
 public:
-    LibraryLock() { pthread_mutex_lock(&zelLock); }
+    LibraryLock() {
+        pthread_mutex_lock(&zelLock);
+        if (isDisconnectDue())
+            USBDisconnect();
+    }
     ~LibraryLock() { pthread_mutex_unlock(&zelLock); }
     LibraryLock(const LibraryLock&) = delete;
     LibraryLock& operator=(const LibraryLock&) = delete;

@@ -2,6 +2,7 @@
 // The file-scope state behind frame/state.h and the rules for touching the device table.
 #include "frame/state.h"
 
+#include <atomic>
 #include <cstring>
 
 namespace zel {
@@ -10,6 +11,8 @@ namespace {
 constinit std::int16_t gUnsupportedErr = 0;
 constinit std::uint32_t gConnectProduct = UINT32_MAX;
 constinit std::int32_t iLastIDBits = 0;
+constinit std::atomic<bool> disconnectDue = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
 // Configurations whose uSFD starts with the size of its old header: all but the last one.
 constexpr int kPresetConfigs = ZELTAGAPI_MAX_CONFIGS - 1;
@@ -34,6 +37,13 @@ const tsTagCfg& activeConfig(const tsDevDat& record) {
 tsTagCfg& activeConfig(tsDevDat& record) {
     return const_cast<tsTagCfg&>(activeConfig(static_cast<const tsDevDat&>(record)));
 }
+
+void letDisconnect() {
+    iDevsFnd = 0;
+    disconnectDue = true;
+}
+
+bool isDisconnectDue() { return disconnectDue.exchange(false); }
 
 std::int16_t unsupportedValue() { return gUnsupportedErr; }
 void setUnsupportedValue(std::int16_t value) { gUnsupportedErr = value; }

@@ -47,6 +47,13 @@ tsDevDat& activeRecord();
 const tsTagCfg& activeConfig(const tsDevDat& record);
 tsTagCfg& activeConfig(tsDevDat& record);
 
+// Takes all devices out of use and lets the next call that locks close them. Safe inside a signal
+// handler.
+void letDisconnect();
+
+// Whether that was let since it was asked last.
+bool isDisconnectDue();
+
 // The value of a call that nothing can serve.
 std::int16_t unsupportedValue();
 void setUnsupportedValue(std::int16_t value);

@@ -118,7 +118,16 @@ ZELTAGAPI_EXPORT void DebugDump(void);
 #define ZELTAGAPI_ERR_FULL_VERSION 0x70000000 /**< the firmware version could not be read */
 #define ZELTAGAPI_ERR_REFERENCE 0x80000000    /**< a key or file reference could not be written */
 #define ZELTAGAPI_ERR_BLOB 0x81000000         /**< a report of a key blob failed */
-#define ZELTAGAPI_ERR_INTEGRITY 0x91000000    /**< a file's trailer doesn't hold, or isn't made */
+#define ZELTAGAPI_ERR_BOOT_ENTRY 0x90100000   /**< the boot loader wasn't entered */
+#define ZELTAGAPI_ERR_BOOT_REPLY 0x90200000   /**< the boot loader's reply was lost */
+#define ZELTAGAPI_ERR_BOOT_REFUSED 0x90300000 /**< the boot loader refused to start */
+#define ZELTAGAPI_ERR_BOOT_LINE 0x90400000    /**< a line was refused or never taken */
+#define ZELTAGAPI_ERR_BOOT_DEVICE 0x90500000  /**< no proximity reader on USB */
+#define ZELTAGAPI_ERR_BOOT_READER_REFUSED 0x90600000 /**< the reader refused a line */
+#define ZELTAGAPI_ERR_BOOT_UNKNOWN_REPLY 0x90700000  /**< the reader's answer isn't known */
+#define ZELTAGAPI_ERR_BOOT_FILE 0x90800000           /**< the firmware file can't be opened */
+#define ZELTAGAPI_ERR_BOOT_FRAME 0x90900000          /**< a frame of a line could not be sent */
+#define ZELTAGAPI_ERR_INTEGRITY 0x91000000 /**< a file's trailer doesn't hold, or isn't made */
 
 /** @return the error word of the active device, told by its last operation, 0 for none; without an
  * active device the unsupported value. No device traffic; no lock. */
@@ -1000,6 +1009,39 @@ ZELTAGAPI_EXPORT int ReadSecureData(unsigned char* header, unsigned char* output
  * @return 1 when the last blob went through; 0 otherwise, also with no such reader. With
  * ZELTAGAPI_ERR_INTEGRITY the file can't be read or its trailer doesn't hold; nothing is sent */
 ZELTAGAPI_EXPORT int LoadIniFile(const char* path);
+
+/** @} */
+
+/** @name Firmware
+ *
+ * Both block for the whole flash, on the caller's thread, and take no lock. Before calling either
+ * an application installs a handler for SIGUSR1: that signal tells the progress, at the start and
+ * at each tenth that the lines sent make up exactly, and its default action ends the process. A
+ * flash that fails leaves the reader in its boot loader: load again.
+ *
+ * From the first line on SIGINT, SIGABRT and SIGTERM are handled by the library, also when the
+ * flash is over. During a flash the line under way is finished; then all devices are closed and
+ * SIGINT ends the process with exit code 1, while the others pause for two seconds and let the call
+ * fail. Without a flash SIGINT ends the process at once with exit code 1, without its exit
+ * handlers; at the others no call finds a device any more, and the next one that locks closes them.
+ * @{ */
+
+/** Checks a firmware file's trailer and whether the rules allow it for the active proximity reader
+ * on USB, then loads it.
+ * @param path the firmware file
+ * @return "Your operation is successfully executed."; the number and the text of the rule that
+ * refused, with nothing sent; "Bootload API failed." when there is no such reader or the flash
+ * failed: see GetLastLibErr(). Good until the next call; never null */
+ZELTAGAPI_EXPORT const char* CheckRulesAndBootload(const char* path);
+
+/** Loads a firmware file into the active proximity reader on USB; checks neither trailer nor rules.
+ * Enters the boot loader (opcode 0xF0, four seconds), then sends three reports a line and fetches
+ * at most three replies.
+ * @param path the firmware file
+ * @return 1 when every line went through; 0 with one of the words ZELTAGAPI_ERR_BOOT_ENTRY to
+ * ZELTAGAPI_ERR_BOOT_FRAME, which aren't cleared before: the conversation's own words go to record
+ * 0, whichever device is active */
+ZELTAGAPI_EXPORT int Bootload(const char* path);
 
 /** @} */
 

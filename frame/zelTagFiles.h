@@ -58,6 +58,26 @@ ZELTAGAPI_EXPORT int zelTagAPI_checkFile(const char* path, int kind, zelFileChec
 ZELTAGAPI_EXPORT int zelTagAPI_readTemplate(const char* path, tsTagCfg* configs, int count,
                                             int forReader);
 
+/** What a firmware file says of itself. */
+typedef struct zelFirmwareFile {
+    char name[65]; /**< the new firmware's name, upper case; empty when the file has none */
+    int micro;     /**< the processor that it is for, 0 or 1; -1 when the file doesn't tell */
+    int lines;     /**< lines that a flash sends */
+} zelFirmwareFile;
+
+/** Reads what a firmware file says of itself; tests neither its trailer nor the rules.
+ * @param path the file
+ * @param file receives it
+ * @return 1, or 0 when it can't be opened */
+ZELTAGAPI_EXPORT int zelTagAPI_readFirmware(const char* path, zelFirmwareFile* file);
+
+/** Asks whether CheckRulesAndBootload() would load a file into the active proximity reader; sends
+ * nothing.
+ * @param path the firmware file
+ * @return null when it would; else the number and text of the rule that refuses, or "Bootload API
+ * failed." without such a reader; good until the next call */
+ZELTAGAPI_EXPORT const char* zelTagAPI_checkFirmware(const char* path);
+
 ZELTAGAPI_END
 
 #endif

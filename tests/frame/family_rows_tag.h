@@ -102,6 +102,12 @@ inline constexpr Row kModeRows[] = {
     {ZEL_CALL(UseAsciiCommandProtocol(0)), kNo, 1, kNo, kNo, kNo, 1},
 };
 
+// Of no file. What CheckRulesAndBootload() says is compared elsewhere.
+inline constexpr Row kFirmwareRows[] = {
+    {ZEL_CALL(Bootload(nullptr)), no(0), 0, 0, 0, 0, 0},
+    {ZEL_CALL(CheckRulesAndBootload(nullptr)), no(1), 1, no(1), no(1), no(1), 1},
+};
+
 // A reader whose kind isn't known has one configuration.
 inline constexpr Row kMultiRows[] = {
     {ZEL_CALL(GetMaxConfig()), no(0), no(0), no(0), no(0), no(0), 1},

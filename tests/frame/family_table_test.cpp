@@ -29,8 +29,8 @@ std::vector<Row> allRows() {
     const std::span<const Row> groups[] = {
         kLibraryRows,   kConnectRows,   kIdentityRows,      kHotPlugRows, kFilterRows,
         kLineRows,      kFileRows,      kConfigurationRows, kRecordRows,  kCardRows,
-        kServiceRows,   kModeRows,      kMultiRows,         kBlobRows,    kBandTrackRows,
-        kBandFieldRows, kBandOtherRows, kSensorRows};
+        kServiceRows,   kModeRows,      kFirmwareRows,      kMultiRows,   kBlobRows,
+        kBandTrackRows, kBandFieldRows, kBandOtherRows,     kSensorRows};
     for (const auto group : groups)
         rows.insert(rows.end(), group.begin(), group.end());
     return rows;

@@ -3,6 +3,7 @@
 #include "tests/support/virtual_time.h"
 
 #include <atomic>
+#include <cerrno>
 #include <sys/time.h>
 #include <unistd.h>
 #include <utility>
@@ -16,6 +17,7 @@ constexpr std::uint64_t kMicro = 1'000'000;
 constexpr auto kOrder = std::memory_order_relaxed;
 std::atomic<std::uint64_t> now = 1'700'000'000 * kMicro;
 std::atomic<std::uint64_t> paused = 0;
+std::atomic<int> interruptions = 0;
 std::function<void(std::uint64_t)> pauseListener;
 
 } // namespace
@@ -24,6 +26,15 @@ std::uint64_t virtualMicroseconds() { return now.load(kOrder); }
 void setVirtualMicroseconds(std::uint64_t time) { now.store(time, kOrder); }
 void onPause(std::function<void(std::uint64_t)> listener) { pauseListener = std::move(listener); }
 std::uint64_t takePausedMicroseconds() { return paused.exchange(0, kOrder); }
+
+void interruptPauses(int count) { interruptions.store(count, kOrder); }
+
+static bool isInterrupted() {
+    if (interruptions.load(kOrder) == 0)
+        return false;
+    interruptions.fetch_sub(1, kOrder);
+    return true;
+}
 
 static void pause(std::uint64_t microseconds) {
     if (pauseListener)
@@ -37,6 +48,10 @@ static void pause(std::uint64_t microseconds) {
 extern "C" {
 
 __attribute__((visibility("default"))) int usleep(useconds_t microseconds) {
+    if (zel::test::isInterrupted()) {
+        errno = EINTR;
+        return -1;
+    }
     zel::test::pause(microseconds);
     return 0;
 }

@@ -15,6 +15,9 @@ void setVirtualMicroseconds(std::uint64_t now);
 // Called with each pause, in microseconds, before the clock moves on.
 void onPause(std::function<void(std::uint64_t)> listener);
 
+// Lets the next `count` pauses end at once, as if a signal had come.
+void interruptPauses(int count);
+
 // All pauses since the last call, in microseconds.
 std::uint64_t takePausedMicroseconds();
 

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// Flashes a firmware file and tells the progress by raising SIGUSR1.
+#include "firmware/flash.h"
+
+#include "firmware/boot_loader.h"
+#include "firmware/error_words.h"
+#include "firmware/image.h"
+#include "firmware/interruption.h"
+#include "frame/state.h"
+
+#include <array>
+#include <csignal>
+#include <cstdint>
+#include <string>
+
+using namespace zel;
+using namespace zel::firmware;
+
+namespace {
+
+constexpr std::size_t kLongestLine = 43; // ':' and the digits of 21 bytes
+
+int fail(std::int64_t word) {
+    activeRecord().lLastErr = word;
+    return 0;
+}
+
+// Raises the signal for each tenth that the lines so far complete exactly.
+class Progress {
+public:
+    explicit Progress(std::size_t lines) : lines_(lines) { std::raise(SIGUSR1); }
+
+    void tell(std::size_t done) {
+        const int percentage = static_cast<int>(100 * done / lines_);
+        if (percentage == last_ || percentage % 10 != 0)
+            return;
+        last_ = percentage;
+        std::raise(SIGUSR1);
+    }
+
+private:
+    std::size_t lines_;
+    int last_ = 0;
+};
+
+// A longer line is cut. The bytes take the place of the digits.
+int sendLine(IBootload& loader, Utilities& image, const std::string& line, char& reply) {
+    std::array<char, 128> buffer = {};
+    line.copy(buffer.data(), kLongestLine);
+    const int count =
+        image.encryptData(buffer.data(), reinterpret_cast<unsigned char*>(buffer.data()));
+    return loader.sendLine(count, buffer.data(), &reply);
+}
+
+int sendLines(FlashReader& flash, IBootload& loader, Utilities& image) {
+    Progress progress(image.lines().size());
+    int result = 1;
+    for (std::size_t i = 0; i < image.lines().size() && result != 0; ++i) {
+        actOnSignal();
+        char reply = 0;
+        result = sendLine(loader, image, image.lines()[i], reply);
+        progress.tell(i + 1);
+        result = flash.fwflashLogs(reply, result);
+    }
+    return result;
+}
+
+} // namespace
+
+IBootload* FlashReader::getProductInterfaceType() {
+    if (!hasActiveDevice())
+        return nullptr;
+    if (hasActiveTag() && activeRecord().iDevType == 0)
+        return new ZelTagUsbBootload;
+    fail(kNoLoader);
+    return nullptr;
+}
+
+int FlashReader::fwFlash(IBootload* loader, const char* name) {
+    Utilities image;
+    const auto micro = static_cast<unsigned char>(image.getMicro(name));
+    if (!image.openInputFile(name))
+        return fail(kNoFile);
+    const FlashUnderWay underWay;
+    if (loader->enterBlMode(micro) == 0)
+        return fail(kEntryNotSent);
+    catchSignals();
+    return sendLines(*this, *loader, image);
+}
+
+// "E" forces success, whatever came before it.
+int FlashReader::fwflashLogs(char reply, int result) {
+    switch (reply) {
+    case '.':
+        return result;
+    case 'E':
+        return 1;
+    case 'R':
+        return fail(kReaderRefused);
+    default:
+        return fail(kUnknownReply);
+    }
+}
+
+void FlashReader::sendProgressToEvent(int) {}
