@@ -16,6 +16,7 @@ namespace zel::sim {
 
 namespace {
 
+constexpr int kFirmwareLines = 40;       // of examples/firmware.hex
 constexpr std::uint64_t kTurn = 3000;    // ms from one card to the next
 constexpr std::uint64_t kInField = 2000; // ms of a turn with the card in the field
 
@@ -55,6 +56,7 @@ Card demoCardAt(std::uint64_t elapsed) {
 
 bool installDemo() {
     auto reader = std::make_shared<TagReader>(demoOptions());
+    reader->bootLoader().options().lines = kFirmwareLines;
     reader->settings().luid = 7;
     reader->queue(kQueued);
     reader->follow([start = std::optional<std::uint64_t>()]() mutable {

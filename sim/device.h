@@ -31,7 +31,7 @@ public:
     // What a report means, for traces; empty when it has no name.
     virtual std::string nameOf(std::span<const std::uint8_t> payload) const = 0;
 
-    // What the device objects to in the report it has just taken, for traces; empty for nothing.
+    // What the device objects to in the exchange just made, for traces; empty for nothing.
     virtual std::string takeRemark() { return {}; }
 };
 

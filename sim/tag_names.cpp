@@ -58,6 +58,7 @@ constexpr CommandName kNames[] = {
     {{0x8F, kAny, kAny, kAny, kAny}, "identifier"},
     {{0x90, kAny, kAny, kAny, kAny}, "commit"},
     {{0xA0, kAny, kAny, kAny, kAny}, "factory defaults"},
+    {{0xF0, kAny, kAny, kAny, kAny}, "enter boot loader: micro #", {1}},
 };
 
 bool matches(const CommandName& row, const TagBlock& command) {

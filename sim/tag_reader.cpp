@@ -23,6 +23,7 @@ constexpr std::uint8_t kBitCount = 0x8E;
 constexpr std::uint8_t kId = 0x8F;
 constexpr std::uint8_t kCommit = 0x90;
 constexpr std::uint8_t kFactory = 0xA0;
+constexpr std::uint8_t kEnterBootLoader = 0xF0;
 
 // Microseconds of work during which no command may come.
 constexpr std::uint64_t kFastCommit = 20'000;
@@ -77,6 +78,7 @@ void TagReader::replyWith(std::vector<std::uint8_t> command, const Block& reply)
 void TagReader::powerUp() {
     memory_.powerUp();
     multi_.blobs().powerUp();
+    boot_.powerUp();
     busy_ = {};
     command_ = {};
     result_ = {};
@@ -85,6 +87,8 @@ void TagReader::powerUp() {
 }
 
 std::string TagReader::nameOf(std::span<const std::uint8_t> payload) const {
+    if (std::string frame = boot_.nameOf(payload); !frame.empty())
+        return frame;
     if (isData(payload))
         return tagCommandName(command_) + " data";
     const std::string blob = multi_.blobs().nameOf(payload);
@@ -106,13 +110,15 @@ void TagReader::sendLost(std::span<const std::uint8_t> payload) {
 
 // A block write is its command, then its data with no fetch in between.
 bool TagReader::take(std::uint8_t reportId, std::span<const std::uint8_t> payload) {
-    if (reportId != 0 || payload.size() != command_.size())
-        return false;
-    const bool takesData = isData(payload);
-    if (!takesData && multi_.blobs().faultOf(payload) == BlobFault::Refused)
+    if (reportId != 0 || payload.size() != command_.size() || !boot_.hasPower())
         return false;
     Block report;
     std::copy(payload.begin(), payload.end(), report.begin());
+    if (boot_.isRunning())
+        return takeInBootLoader(report);
+    const bool takesData = isData(payload);
+    if (!takesData && multi_.blobs().faultOf(payload) == BlobFault::Refused)
+        return false;
     lostData_.reset();
     awaitsData_ = !takesData && isWritable(report[0]);
     if (takesData) {
@@ -126,12 +132,35 @@ bool TagReader::take(std::uint8_t reportId, std::span<const std::uint8_t> payloa
 }
 
 void TagReader::checkPause() {
-    const std::uint64_t early = busy_.remaining();
-    if (early == 0 || isAllowedWhileBusy(command_))
+    if (!isAllowedWhileBusy(command_))
+        complain(tagCommandName(command_), busy_.remaining());
+}
+
+void TagReader::complain(const std::string& exchange, std::uint64_t early) {
+    if (early == 0)
         return;
     ++violations_;
-    lastViolation_ = tagCommandName(command_) + ", " + std::to_string(early) + " us too early";
+    lastViolation_ = exchange + ", " + std::to_string(early) + " us too early";
     remark_ = "too early";
+}
+
+// All but the frames of a line and a new start means nothing to a boot loader.
+bool TagReader::takeInBootLoader(const Block& report) {
+    complain(nameOf(report), boot_.tooEarly());
+    if (report[0] == kEnterBootLoader)
+        boot_.enter(report[1]);
+    else
+        boot_.take(report);
+    return true;
+}
+
+bool TagReader::answerFromBootLoader(std::span<std::uint8_t> out) {
+    complain("poll", boot_.tooEarly());
+    Block bytes = {};
+    if (!boot_.answer(bytes))
+        return false;
+    std::copy_n(bytes.begin(), std::min(bytes.size(), out.size()), out.begin());
+    return true;
 }
 
 void TagReader::runCommand(const Block& before) {
@@ -148,6 +177,9 @@ void TagReader::runCommand(const Block& before) {
     case kFactory:
         memory_.resetToFactory();
         busy_.hold(kFactoryReset);
+        break;
+    case kEnterBootLoader:
+        boot_.enter(command_[1]);
         break;
     default:
         break;
@@ -176,8 +208,12 @@ void TagReader::commit(const Block& before) {
 
 bool TagReader::answer(std::uint8_t reportId, std::span<std::uint8_t> out) {
     awaitsData_ = false;
+    if (reportId != 0 || !boot_.hasPower())
+        return false;
+    if (boot_.isRunning())
+        return answerFromBootLoader(out);
     const BlobFault fault = multi_.blobs().faultOf(command_);
-    if (reportId != 0 || fault == BlobFault::NoAnswer)
+    if (fault == BlobFault::NoAnswer)
         return false;
     Block bytes = reply();
     if (fault == BlobFault::WrongEcho)

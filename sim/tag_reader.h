@@ -5,6 +5,7 @@
 #include "sim/busy.h"
 #include "sim/card.h"
 #include "sim/device.h"
+#include "sim/tag_boot.h"
 #include "sim/tag_multi.h"
 #include "sim/tag_options.h"
 #include "sim/tag_services.h"
@@ -72,7 +73,10 @@ public:
     // save.
     void failBlobChunk(std::uint8_t chunk, BlobFault fault) { multi_.blobs().fail(chunk, fault); }
 
-    // Commands that came while the reader was still busy, and the text of the last one.
+    // Takes the firmware's place when it is entered.
+    TagBoot& bootLoader() { return boot_; }
+
+    // Exchanges that came while the reader was still busy, and the text of the last one.
     int violations() const { return violations_; }
     const std::string& lastViolation() const { return lastViolation_; }
 
@@ -89,6 +93,9 @@ private:
 
     bool isData(std::span<const std::uint8_t> payload) const;
     void checkPause();
+    void complain(const std::string& exchange, std::uint64_t early);
+    bool takeInBootLoader(const Block& report);
+    bool answerFromBootLoader(std::span<std::uint8_t> reply);
     void runCommand(const Block& before);
     void runMulti();
     void commit(const Block& before);
@@ -105,6 +112,7 @@ private:
     TagMemory memory_;
     TagServices services_;
     TagMulti multi_;
+    TagBoot boot_;
     Busy busy_;
     std::function<Card()> field_;
     Card latched_; // the card that the read under way delivers

@@ -116,6 +116,7 @@ struct BusBackend {
         bus.spoil(fault, reply);
         *size = static_cast<long>(reply.size());
         bus.traceExchange(port, '<', reply, "");
+        bus.noteRemark(port);
         std::copy(reply.begin(), reply.end(), data);
         return 1;
     }
@@ -204,9 +205,13 @@ bool UsbBus::deliver(Port& port, std::uint8_t reportId, std::span<const std::uin
         return false;
     }
     const bool taken = port.device->take(reportId, payload);
+    noteRemark(port);
+    return taken;
+}
+
+void UsbBus::noteRemark(Port& port) {
     if (const std::string remark = port.device->takeRemark(); !remark.empty())
         note("! " + remark);
-    return taken;
 }
 
 bool UsbBus::fetch(Port& port, Fault fault, std::uint8_t reportId, std::span<std::uint8_t> reply) {

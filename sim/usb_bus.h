@@ -100,6 +100,7 @@ private:
                       std::span<std::uint8_t> reply);
     void spoil(Fault fault, std::vector<std::uint8_t>& reply);
     bool deliver(Port& port, std::uint8_t reportId, std::span<const std::uint8_t> payload);
+    void noteRemark(Port& port);
     Handle* find(void* handle);
     void traceExchange(const Port& port, char direction, std::span<const std::uint8_t> bytes,
                        const std::string& name);
