@@ -4,22 +4,16 @@
 #include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/device.h"
+#include "cli/question.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 namespace zel::cli {
 
 namespace {
-
-bool isAnswerYes() {
-    char answer[16] = "";
-    return std::fgets(answer, sizeof answer, stdin) && (answer[0] == 'y' || answer[0] == 'Y');
-}
 
 bool hasUserDefaults() { return GetCardType() != -1; }
 
@@ -38,7 +32,7 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
-        if (!yes_ && isatty(STDIN_FILENO) == 0)
+        if (!yes_ && !canAsk())
             return Failure{ExitCode::Usage,
                            "a reset overwrites the settings and nobody can be asked",
                            "add --yes to do it", ""};
@@ -72,9 +66,8 @@ private:
     }
 
     bool isConfirmed(const std::string& name) const {
-        std::fprintf(stderr, "Return %s to the %s's defaults? Its settings are lost. [y/N] ",
-                     name.c_str(), whose());
-        return isAnswerYes();
+        return cli::isConfirmed(
+            fmt::format("Return {} to the {}'s defaults? Its settings are lost.", name, whose()));
     }
 
     bool factory_ = false;

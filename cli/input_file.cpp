@@ -59,8 +59,13 @@ bool isEqual(char a, char b) {
     return lower(a) == lower(b);
 }
 
-bool isFirmwareLine(const std::string& line) {
-    return line.starts_with(':') || line.starts_with('#') || line.starts_with('M');
+// The header may begin with any text: two of its lines are known.
+bool isFirmware(const std::string& text) {
+    constexpr const char* kLines[] = {"\n#NEW FW", "\nM0\n", "\nM0\r", "\nM1\n", "\nM1\r"};
+    const std::string_view begin = text;
+    return begin.starts_with(':') || begin.starts_with('#') || begin.starts_with('M') ||
+           std::any_of(std::begin(kLines), std::end(kLines),
+                       [&](const char* line) { return text.find(line) != std::string::npos; });
 }
 
 } // namespace
@@ -96,7 +101,7 @@ std::optional<FileKind> kindOf(const std::string& text) {
     const std::string line = text.substr(0, text.find('\n'));
     if (line.starts_with("[Blob") || line.starts_with("[EOF]"))
         return FileKind::Keys;
-    return isFirmwareLine(line) ? std::optional(FileKind::Firmware) : std::nullopt;
+    return isFirmware(text) ? std::optional(FileKind::Firmware) : std::nullopt;
 }
 
 bool hasTrailer(const std::string& text) {

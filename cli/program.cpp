@@ -44,7 +44,8 @@ struct FamilyText {
 
 constexpr FamilyText kFamilies[] = {{"config", "Show and change a reader's settings"},
                                     {"file", "Check the files that readers are given"},
-                                    {"keys", "Give keys to a reader"}};
+                                    {"keys", "Give keys to a reader"},
+                                    {"firmware", "Check and load a reader's firmware"}};
 
 const char* summaryOf(std::string_view name) {
     const auto* const family =

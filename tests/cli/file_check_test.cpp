@@ -41,6 +41,9 @@ TEST(FileKinds, AreToldByTheBeginning) {
     EXPECT_EQ(cli::kindOf(":0400\n"), FileKind::Firmware);
     EXPECT_EQ(cli::kindOf("# rules\n"), FileKind::Firmware);
     EXPECT_EQ(cli::kindOf("M1\n"), FileKind::Firmware);
+    EXPECT_EQ(cli::kindOf("OVERRIDE 1\nPN A\nM0\n:00\n"), FileKind::Firmware);
+    EXPECT_EQ(cli::kindOf("OVERRIDE 1\r\n#NEW FW\r\n"), FileKind::Firmware);
+    EXPECT_EQ(cli::kindOf("hello\nM0 is a name\n"), std::nullopt);
     EXPECT_EQ(cli::kindOf("hello\n:0400\n"), std::nullopt);
     EXPECT_EQ(cli::kindOf(""), std::nullopt);
 }

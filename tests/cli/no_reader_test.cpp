@@ -48,6 +48,16 @@ TEST_F(NoReader, IsAnObjectOnStdoutTooWithJson) {
     EXPECT_EQ(nlohmann::json::parse(run.out), expected);
 }
 
+TEST_F(NoReader, FirmwareFileIsToldAllTheSame) {
+    const Ended run = runZeltag({"firmware", "check", ZELTAG_EXAMPLES "/firmware.hex", "--json"});
+    EXPECT_EQ(run.exit, 69);
+    const auto object = nlohmann::json::parse(run.out);
+    EXPECT_EQ(object.at("firmware").at("name"), "ZT7_0303_DEMO");
+    EXPECT_EQ(object.at("device"), nullptr);
+    EXPECT_EQ(object.at("taken"), nullptr);
+    EXPECT_EQ(object.at("error").at("code"), "no_device");
+}
+
 } // namespace
 
 } // namespace zel::test
