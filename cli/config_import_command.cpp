@@ -63,12 +63,16 @@ private:
     }
 
     Outcome importIntoOne(const Options& options, Output& output) const {
-        const Import import = importIntoActive(import_);
+        Import import = planImport(import_);
+        warnOf(import, import_);
+        if (!options.json)
+            printPlan(import, output);
+        carryOut(import, import_);
         if (options.json)
             output.object(toJson(import, import_));
         else
-            print(import, import_, output);
-        warnOf(import, import_);
+            printOutcome(import, import_, output);
+        warnOfFailure(import);
         if (import.failure)
             return told(import.failure->exit);
         return import.refused.empty() ? Outcome() : told(ExitCode::Failed);
@@ -80,8 +84,8 @@ private:
         std::vector<Import> imports;
         for (int index = 0; index < GetDevCnt() && !interrupted(); ++index) {
             SetActDev(static_cast<short>(index));
-            imports.push_back(importIntoActive(import_));
-            tellOne(imports.back(), options, output);
+            imports.push_back(planImport(import_));
+            importOne(imports.back(), options, output);
         }
         options.json ? printJson(imports, output) : printTable(imports, import_, output);
         if (interrupted())
@@ -90,13 +94,19 @@ private:
                                                                    : Outcome();
     }
 
-    void tellOne(const Import& import, const Options& options, Output& output) const {
-        if (!options.json && !import.failure && !import.changes.empty()) {
+    void importOne(Import& import, const Options& options, Output& output) const {
+        const bool isTold = !options.json && !import.changes.empty();
+        warnOf(import, import_);
+        if (isTold) {
             output.line(import.device.name);
-            print(import.changes, import.configurations > 1, output);
+            printPlan(import, output);
+        }
+        carryOut(import, import_);
+        if (isTold) {
+            print(keptOtherwise(import.changes), import.configurations > 1, output);
             output.line("");
         }
-        warnOf(import, import_);
+        warnOfFailure(import);
     }
 
     void printJson(const std::vector<Import>& imports, Output& output) const {

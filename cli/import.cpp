@@ -147,13 +147,16 @@ Outcome finish(Import& import, const ImportOptions& options) {
 
 } // namespace
 
-Import importIntoActive(const ImportOptions& options) {
+Import planImport(const ImportOptions& options) {
     Import import;
     import.device = activeDevice();
     import.failure = prepare(import, options);
+    return import;
+}
+
+void carryOut(Import& import, const ImportOptions& options) {
     if (!import.failure)
         import.failure = finish(import, options);
-    return import;
 }
 
 } // namespace zel::cli

@@ -34,7 +34,10 @@ struct ImportOptions {
     bool dryRun = false;
 };
 
-// Imports the file, or shows what it would change. Nothing is written when nothing changes.
-Import importIntoActive(const ImportOptions& options);
+// What the file would change in the active reader.
+Import planImport(const ImportOptions& options);
+
+// Writes it, unless it failed already, nothing changes or nothing is to be written.
+void carryOut(Import& import, const ImportOptions& options);
 
 } // namespace zel::cli

@@ -47,18 +47,29 @@ void warnOf(const Import& import, const ImportOptions& options) {
     for (const RefusedRecord& refused : import.refused)
         warn(fmt::format("{} isn't imported into {}: {}", where(refused, import),
                          import.device.name, asLine(refused.why)));
+}
+
+void warnOfFailure(const Import& import) {
     if (import.failure)
         warn(asLine(*import.failure));
 }
 
-void print(const Import& import, const ImportOptions& options, Output& output) {
+void printPlan(const Import& import, Output& output) {
+    print(import.changes, import.configurations > 1, output);
+}
+
+void printOutcome(const Import& import, const ImportOptions& options, Output& output) {
     if (import.failure)
         return;
-    print(import.changes, import.configurations > 1, output);
+    print(keptOtherwise(import.changes), import.configurations > 1, output);
     if (options.dryRun)
         output.line("nothing was written: --dry-run");
     else if (!import.written)
         output.line("nothing was written: no value is new");
+    else
+        output.line(import.changes.size() == 1
+                        ? "1 change was written"
+                        : fmt::format("{} changes were written", import.changes.size()));
 }
 
 void printTable(const std::vector<Import>& imports, const ImportOptions& options, Output& output) {

@@ -11,11 +11,17 @@ namespace zel::cli {
 
 bool failed(const Import& import);
 
-// On stderr: what the reader had no use for, what it refused, why it failed.
+// On stderr: what the reader has no use for and what it refuses.
 void warnOf(const Import& import, const ImportOptions& options);
 
-// The changes and why nothing was written, if so; nothing of an import that failed.
-void print(const Import& import, const ImportOptions& options, Output& output);
+// On stderr: why it failed, if so.
+void warnOfFailure(const Import& import);
+
+// What is to change.
+void printPlan(const Import& import, Output& output);
+
+// What the reader kept otherwise, and whether anything was written; nothing of one that failed.
+void printOutcome(const Import& import, const ImportOptions& options, Output& output);
 
 // NAME, RESULT, CHANGES of each.
 void printTable(const std::vector<Import>& imports, const ImportOptions& options, Output& output);

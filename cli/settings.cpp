@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 namespace zel::cli {
@@ -91,6 +92,13 @@ Differences compare(const Configurations& before, const Configurations& after, U
 void fillKept(Differences& differences, const Configurations& now) {
     for (Difference& difference : differences)
         difference.kept = now.at(difference.configuration).at(difference.setting);
+}
+
+Differences keptOtherwise(const Differences& differences) {
+    Differences others;
+    std::copy_if(differences.begin(), differences.end(), std::back_inserter(others),
+                 [](const Difference& difference) { return !keptText(difference).empty(); });
+    return others;
 }
 
 void print(const Differences& differences, bool several, Output& output) {

@@ -41,6 +41,9 @@ Differences compare(const Configurations& before, const Configurations& after, U
 
 void fillKept(Differences& differences, const Configurations& now);
 
+// Those that the reader has kept with another value.
+Differences keptOtherwise(const Differences& differences);
+
 // A line each, under the number of its configuration where there are several.
 void print(const Differences& differences, bool several, Output& output);
 Json toJson(const Differences& differences);

@@ -40,10 +40,11 @@ private:
 TEST_F(BusImport, StoresWhatTheFileChanges) {
     const auto reader = plugReader("a");
     write("bBeepID = 1\niIDHoldTO = 2000\niTotalBitCnt = 26\n");
-    EXPECT_EQ(
-        run({"config", "import", "a.txt"}),
-        (CommandRun{ExitCode::Done,
-                    "CfgFlags2.bBeepID  0 -> 1\nTimeParms.iIDHoldTO  1000 ms -> 2000 ms\n", ""}));
+    EXPECT_EQ(run({"config", "import", "a.txt"}),
+              (CommandRun{ExitCode::Done,
+                          "CfgFlags2.bBeepID  0 -> 1\nTimeParms.iIDHoldTO  1000 ms -> 2000 ms\n"
+                          "2 changes were written\n",
+                          ""}));
     EXPECT_EQ(stored(*reader, 0, 1, 2), 40);
     EXPECT_EQ(stored(*reader, 0, 2, 1), 0x10);
 }
@@ -79,7 +80,8 @@ TEST_F(BusImport, VolatileRecordIsSentOnceAndNotAsAChangeToKeep) {
     write("bVolatile_LC = 1\niRedLEDState = 1\n");
     bus().takeTrace();
     EXPECT_EQ(run({"config", "import", "a.txt"}).out,
-              "LEDCtrl.iRedLEDState  0 -> 1\nLEDCtrl.bVolatile  0 -> 1\n");
+              "LEDCtrl.iRedLEDState  0 -> 1\nLEDCtrl.bVolatile  0 -> 1\n"
+              "2 changes were written\n");
     EXPECT_TRUE(reader->isRedOn());
     const std::string trace = bus().takeTrace();
     EXPECT_EQ(trace.find("block 2 data"), trace.rfind("block 2 data")) << trace;
@@ -89,16 +91,19 @@ TEST_F(BusImport, ValueThatTheReaderRoundsIsToldAsKept) {
     plugReader("a");
     write("iIDHoldTO = 2030\niIDBitCnt = 200\n");
     EXPECT_EQ(run({"config", "import", "a.txt"}).out,
+              "IDBitCnts.iIDBitCnt  16 -> 200\n"
+              "TimeParms.iIDHoldTO  1000 ms -> 2030 ms\n"
               "IDBitCnts.iIDBitCnt  16 -> 200, but the reader kept 72\n"
               "TimeParms.iIDHoldTO  1000 ms -> 2030 ms, kept as 2000 ms: "
-              "the reader counts in steps of 50 ms\n");
+              "the reader counts in steps of 50 ms\n"
+              "2 changes were written\n");
 }
 
 TEST_F(BusImport, RecordOutOfRangeIsToldByNameAndTheOthersLoad) {
     const auto reader = plugReader("a");
     write("iIDHoldTO = 12751\niBitStrmTO = 4\nbBeepID = 1\n");
     EXPECT_EQ(run({"config", "import", "a.txt"}),
-              (CommandRun{ExitCode::Failed, "CfgFlags2.bBeepID  0 -> 1\n",
+              (CommandRun{ExitCode::Failed, "CfgFlags2.bBeepID  0 -> 1\n1 change was written\n",
                           "zeltag: TimeParms isn't imported into a: iIDHoldTO can't be 12751; "
                           "it takes 0 to 12750 ms\n"}));
     EXPECT_EQ(stored(*reader, 0, 1, 2), 20);
@@ -123,7 +128,7 @@ TEST_F(BusImport, FieldDataAreShownByteByByte) {
     const auto reader = plugReader("a");
     write("BEGIN sFldSepData\n0C.11.AB\nEND sFldSepData\n");
     EXPECT_EQ(run({"config", "import", "a.txt"}).out,
-              "uSFD[1]  0x00 -> 0x11\nuSFD[2]  0x00 -> 0xAB\n");
+              "uSFD[1]  0x00 -> 0x11\nuSFD[2]  0x00 -> 0xAB\n2 changes were written\n");
     EXPECT_EQ(reader->committed().configuration[0].page[0][2], 0xAB);
 }
 
@@ -148,7 +153,7 @@ TEST_F(BusImport, EachConfigurationIsShownUnderItsNumber) {
     EXPECT_EQ(run({"config", "import", "a.txt"}),
               (CommandRun{ExitCode::Done,
                           "configuration 1\n  TimeParms.iIDHoldTO  1000 ms -> 100 ms\n"
-                          "configuration 2\n  CfgFlags2.bBeepID  1 -> 0\n",
+                          "configuration 2\n  CfgFlags2.bBeepID  1 -> 0\n2 changes were written\n",
                           ""}));
     EXPECT_EQ(stored(*reader, 1, 1, 2), 2);
     EXPECT_EQ(stored(*reader, 2, 2, 1), 0);
@@ -174,11 +179,12 @@ TEST_F(BusImport, RecordIsRefusedByTheConfigurationItIsFor) {
 TEST_F(BusImport, FileOfOneConfigurationLeavesTheOthers) {
     const auto reader = plugPlus(2);
     write("iIDHoldTO = 2000\n");
-    EXPECT_EQ(
-        run({"config", "import", "a.txt"}),
-        (CommandRun{ExitCode::Done, "configuration 0\n  TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n",
-                    "zeltag: warning: a.txt: the file has 1 of the 2 configurations of plus: "
-                    "the others stay as they are\n"}));
+    EXPECT_EQ(run({"config", "import", "a.txt"}),
+              (CommandRun{ExitCode::Done,
+                          "configuration 0\n  TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n"
+                          "1 change was written\n",
+                          "zeltag: warning: a.txt: the file has 1 of the 2 configurations of plus: "
+                          "the others stay as they are\n"}));
     EXPECT_EQ(stored(*reader, 1, 1, 2), 20);
 }
 
@@ -189,12 +195,13 @@ TEST_F(BusImport, ReaderOfOneConfigurationTakesTheFirst) {
     bus().clear();
     plugReader("a");
     EXPECT_EQ(run({"config", "import", "a.txt"}),
-              (CommandRun{ExitCode::Done, "TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n",
+              (CommandRun{ExitCode::Done,
+                          "TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n1 change was written\n",
                           "zeltag: warning: a.txt: a has 1 of the file's 2 configurations: the "
                           "others aren't imported\n"}));
 }
 
-TEST_F(BusImport, FailedWriteIsAnErrorAndTellsNoChange) {
+TEST_F(BusImport, ChangesAreShownBeforeAWriteThatFails) {
     plugReader("a");
     write("iIDHoldTO = 2000\n");
     connectReplies();
@@ -203,7 +210,7 @@ TEST_F(BusImport, FailedWriteIsAnErrorAndTellsNoChange) {
     bus().failExchange(0, bus().exchanges(0) - before + 1, 12);
     const CommandRun failed = run({"config", "import", "a.txt"});
     EXPECT_EQ(failed.exit, ExitCode::Failed);
-    EXPECT_EQ(failed.out, "");
+    EXPECT_EQ(failed.out, "TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n");
     EXPECT_TRUE(failed.err.starts_with("zeltag: writing a failed (library error 0x")) << failed.err;
     EXPECT_TRUE(failed.err.ends_with("; check its cable, then import the file again: a part may be "
                                      "written\n"))
@@ -242,7 +249,8 @@ TEST_F(BusImport, SealedFileIsImported) {
     run({"config", "export", "a.txt", "--sealed"});
     reader->configuration(0).block[1][2] = 20;
     EXPECT_EQ(run({"config", "import", "a.txt", "--sealed"}),
-              (CommandRun{ExitCode::Done, "TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n", ""}));
+              (CommandRun{ExitCode::Done,
+                          "TimeParms.iIDHoldTO  1000 ms -> 2000 ms\n1 change was written\n", ""}));
     EXPECT_EQ(stored(*reader, 0, 1, 2), 40);
 }
 
