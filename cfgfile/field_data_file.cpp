@@ -70,6 +70,15 @@ std::uint8_t byteFrom(const tsTagCfg& config, int index) {
     return offset < sizeof config ? reinterpret_cast<const std::uint8_t*>(&config)[offset] : 0;
 }
 
+// A row of width 0 shows the byte that follows.
+bool showsKeys(const tsTagCfg& config) {
+    const FieldDataShape shape = shapeOf(config.uSFD);
+    const int counted =
+        shape.header + shape.fields * shape.fieldWidth + shape.separators * shape.separatorWidth;
+    const bool showsNext = shape.separators > 0 && shape.separatorWidth == 0;
+    return counted + (showsNext ? 1 : 0) > kSize;
+}
+
 void writeFieldData(std::FILE* file, const tsTagCfg& config) {
     const FieldDataShape shape = shapeOf(config.uSFD);
     Rows rows(file, config);

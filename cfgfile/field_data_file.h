@@ -24,6 +24,9 @@ FieldDataShape shapeOf(const uSFD& data);
 // reach into the key values behind. Zero past the configuration.
 std::uint8_t byteFrom(const tsTagCfg& config, int index);
 
+// Whether the rows show what follows the field data: the key values.
+bool showsKeys(const tsTagCfg& config);
+
 // Writes the four groups with their headings.
 void writeFieldData(std::FILE* file, const tsTagCfg& config);
 

@@ -19,18 +19,24 @@ struct Section {
     const tag::Word& word(std::size_t row) const { return tag::wordsOf(record)[row]; }
 };
 
+// A record's heading and table have its name.
+#define ZEL_SECTION(record, first, last)                                                           \
+    { tag::Record::record, "ts" #record, record##Str, first, last }
+
 constexpr std::array<Section, 10> kSections = {{
-    {tag::Record::IDBitCnts, "tsIDBitCnts", IDBitCntsStr, 0, 3},
-    {tag::Record::CfgFlags, "tsCfgFlags", CfgFlagsStr, 0, 7},
-    {tag::Record::IDDispParms, "tsIDDispParms", IDDispParmsStr, 0, 4},
-    {tag::Record::TimeParms, "tsTimeParms", TimeParmsStr, 0, 4},
-    {tag::Record::CfgFlags2, "tsCfgFlags2", CfgFlags2Str, 0, 6},
-    {tag::Record::CfgFlags3, "tsCfgFlags3", CfgFlags3Str, 0, 7},
-    {tag::Record::IDDispParms2, "tsIDDispParms2", IDDispParms2Str, 0, 5},
-    {tag::Record::IDDispParms3, "tsIDDispParms3", IDDispParms3Str, 0, 3},
-    {tag::Record::LEDCtrl, "tsLEDCtrl", LEDCtrlStr, 0, 2},
-    {tag::Record::BprRlyCtrl, "tsBprRlyCtrl", BprRlyCtrlStr, 1, 2},
+    ZEL_SECTION(IDBitCnts, 0, 3),
+    ZEL_SECTION(CfgFlags, 0, 7),
+    ZEL_SECTION(IDDispParms, 0, 4),
+    ZEL_SECTION(TimeParms, 0, 4),
+    ZEL_SECTION(CfgFlags2, 0, 6),
+    ZEL_SECTION(CfgFlags3, 0, 7),
+    ZEL_SECTION(IDDispParms2, 0, 5),
+    ZEL_SECTION(IDDispParms3, 0, 3),
+    ZEL_SECTION(LEDCtrl, 0, 2),
+    ZEL_SECTION(BprRlyCtrl, 1, 2),
 }};
+
+#undef ZEL_SECTION
 
 constexpr char kTitle[] = "--- zelTag and OEM Reader Configuration Template File ---";
 constexpr char kFieldData[] = "sFldSepData";

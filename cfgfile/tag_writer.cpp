@@ -6,6 +6,7 @@
 #include "cfgfile/tag_tables.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
+#include "frame/zelTagFiles.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -91,6 +92,8 @@ int WriteFCfgBody(FILE* file) {
     std::fprintf(file, "\nEND %s\n", kFieldData);
     return 1;
 }
+
+int zelTagAPI_showsKeys(const tsTagCfg* config) { return config && showsKeys(*config) ? 1 : 0; }
 
 int zeltag_WriteDevCfgToFile(const char* name) {
     std::FILE* file = nullptr;

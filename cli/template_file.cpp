@@ -88,18 +88,6 @@ std::string withoutTrailer(const std::string& text) {
     return text.substr(0, text.find("/--- iEndOfHwgFile \n"));
 }
 
-// How far the rows of the field data reach; one of width 0 shows the byte that follows.
-int reachOf(const std::uint8_t* data) {
-    const bool isOld = (data[0] & 15) == 12;
-    const int header = isOld ? 2 : data[0] & 15;
-    const int fields = isOld ? data[1] >> 4 : data[1] & 31;
-    const int fieldWidth = isOld ? 4 : data[1] >> 4 & 14;
-    const int separators = isOld ? data[1] & 15 : data[2] & 31;
-    const int separatorWidth = isOld ? 2 : data[2] >> 4 & 14;
-    const int end = header + fields * fieldWidth + separators * separatorWidth;
-    return separators > 0 && separatorWidth == 0 ? end + 1 : end;
-}
-
 } // namespace
 
 // A setting is told where the filling doesn't show. What follows the last configuration, such as a
@@ -136,9 +124,8 @@ bool tellsAll(const std::string& name, const Configurations& held) {
 
 bool showsKeys() {
     const Records records = activeRecords();
-    return std::any_of(records.begin(), records.end(), [](const tsTagCfg& config) {
-        return reachOf(config.uSFD.bytes) > static_cast<int>(sizeof config.uSFD);
-    });
+    return std::any_of(records.begin(), records.end(),
+                       [](const tsTagCfg& config) { return zelTagAPI_showsKeys(&config) != 0; });
 }
 
 } // namespace zel::cli

@@ -5,15 +5,7 @@ include(CMakePackageConfigHelpers)
 
 # The headers include one another as "frame/NAME", so the folder frame stays; what stands above it
 # is the library's own, since "frame" is too common a name for the system's include folder.
-set(public_headers
-    frame/zelTagAPI.h
-    frame/zelTagAccessors.h
-    frame/zelTagBand.h
-    frame/zelTagEcho.h
-    frame/zelTagExport.h
-    frame/zelTagFiles.h
-    frame/zelTagRecords.h
-    frame/zelTagState.h)
+file(GLOB public_headers CONFIGURE_DEPENDS frame/zelTag*.h)
 set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/zelTagAPI)
 install(FILES ${public_headers} DESTINATION ${include_folder}/frame)
 

@@ -2,7 +2,7 @@
 // Words that a flash stores in lLastErr, each by assignment.
 #pragma once
 
-#include "frame/zelTagAPI.h"
+#include "frame/zelTagErrors.h"
 
 #include <cstdint>
 

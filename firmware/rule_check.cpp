@@ -51,7 +51,7 @@ std::vector<std::string> BootloadRules::storeFile(std::string name) {
 }
 
 int BootloadRules::getOvrValue(std::vector<std::string> lines) {
-    return std::atoi(valueAt(lines, kOverride).c_str());
+    return static_cast<int>(std::strtol(valueAt(lines, kOverride).c_str(), nullptr, 10));
 }
 
 std::string BootloadRules::getPSValueForCurrentReader(std::vector<std::string> lines) {

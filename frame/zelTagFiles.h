@@ -58,6 +58,12 @@ ZELTAGAPI_EXPORT int zelTagAPI_checkFile(const char* path, int kind, zelFileChec
 ZELTAGAPI_EXPORT int zelTagAPI_readTemplate(const char* path, tsTagCfg* configs, int count,
                                             int forReader);
 
+/** Whether a template file written of a configuration shows key values: where the counts in its
+ * field data pass their 128 bytes, the file's rows go on with what follows them.
+ * @param config the configuration; may be null
+ * @return 1 or 0 */
+ZELTAGAPI_EXPORT int zelTagAPI_showsKeys(const tsTagCfg* config);
+
 /** What a firmware file says of itself. */
 typedef struct zelFirmwareFile {
     char name[65]; /**< the new firmware's name, upper case; empty when the file has none */

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "frame/state.h"
-#include "frame/zelTagAPI.h"
+#include "frame/zelTagErrors.h"
 
 namespace zel::tag {
 

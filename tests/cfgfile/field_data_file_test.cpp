@@ -5,6 +5,7 @@
 #include "tests/cfgfile/template_test.h"
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 #include <vector>
 
@@ -179,4 +180,23 @@ TEST(FieldDataByte, IsThatOfTheConfigurationAndZeroPastIt) {
     EXPECT_EQ(byteFrom(config, 183), 0xD7);
     EXPECT_EQ(byteFrom(config, 184), 0);
     EXPECT_EQ(byteFrom(config, 1010), 0);
+}
+
+TEST(FieldDataFile, ShowsKeysWhereARowHoldsAByteOfThem) {
+    // 0xEE occurs in no count below and nowhere in the data but in the key values.
+    for (int header = 0; header < 16; ++header)
+        for (int fields = 0; fields < 256; fields += 15)
+            for (int separators = 0; separators < 256; separators += 5) {
+                tsTagCfg config = {};
+                config.uSFD.bytes[0] = static_cast<std::uint8_t>(header);
+                config.uSFD.bytes[1] = static_cast<std::uint8_t>(fields);
+                config.uSFD.bytes[2] = static_cast<std::uint8_t>(separators);
+                if (fields == 0xEE || separators == 0xEE)
+                    continue;
+                std::memset(&config.sHashKeyData, 0xEE, sizeof config.sHashKeyData);
+                const std::string rows =
+                    writtenBy([&](std::FILE* file) { writeFieldData(file, config); });
+                ASSERT_EQ(zel::cfgfile::showsKeys(config), rows.find("EE") != rows.npos)
+                    << header << ' ' << fields << ' ' << separators;
+            }
 }

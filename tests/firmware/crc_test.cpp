@@ -47,7 +47,7 @@ TEST_F(Crc, IsThatOfEachByteInTurnForEachLength) {
     std::mt19937 random(1);
     std::string text;
     for (int length = 0; length < 300; ++length, text += static_cast<char>(random())) {
-        ASSERT_EQ(checksumOf(text) & 0xFFFFFFFF, modelCrc(text)) << length;
+        ASSERT_EQ(checksumOf(text) & 0xFFFFFFFF, crc32(text)) << length;
         ASSERT_EQ(byStep(text), checksumOf(text)) << length;
     }
 }
@@ -125,9 +125,9 @@ TEST_F(Crc, TextOfAFileThatCantBeOpenedIsEmpty) {
 
 TEST_F(Crc, CheckGoesByKindAndTakesAnyOtherForAnIniFile) {
     const std::string sealed[] = {
-        "a\n/--- iEndOfHwgFile \niEndOfHwgFile = " + modelDigits("a\n"),
-        "a\n" + modelDigits("a\n"),
-        "a\n[EOF]\r\niEndOfIniFile=" + modelDigits("a\n") + "\r\n",
+        "a\n/--- iEndOfHwgFile \niEndOfHwgFile = " + crcDigits("a\n"),
+        "a\n" + crcDigits("a\n"),
+        "a\n[EOF]\r\niEndOfIniFile=" + crcDigits("a\n") + "\r\n",
     };
     CRC crc;
     for (const int kind : {0, 1, 2}) {

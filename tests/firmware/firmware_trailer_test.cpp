@@ -18,9 +18,7 @@ protected:
         EXPECT_EQ(CRC().pullBootloaderCRC(kFile), found.starts_with("holds"));
         return found;
     }
-    static std::string findSealed(const std::string& text) {
-        return find(text + modelDigits(text));
-    }
+    static std::string findSealed(const std::string& text) { return find(text + crcDigits(text)); }
 };
 
 // The four patterns by which a piece is told from the digits.
@@ -41,7 +39,7 @@ bool modelHolds(const char* name) {
     char piece[128] = {};
     while (std::fgets(piece, sizeof piece, file.get())) {
         if (!matchesAPattern(piece))
-            return modelDigits(text) == piece;
+            return crcDigits(text) == piece;
         text += piece;
     }
     return false;
@@ -73,7 +71,7 @@ TEST_F(FirmwareTrailer, HoldsOnceWritten) {
 // Bit by bit by hand: the checksum of ":1\n" is F03557F8.
 TEST_F(FirmwareTrailer, TellsItsLine) {
     EXPECT_EQ(find(":1\nF03557F8"), "holds at 2: F03557F8/F03557F8");
-    EXPECT_EQ(find(":2\nF03557F8"), "checksum at 2: F03557F8/" + modelDigits(":2\n"));
+    EXPECT_EQ(find(":2\nF03557F8"), "checksum at 2: F03557F8/" + crcDigits(":2\n"));
     EXPECT_EQ(find("00000000"), "holds at 1: 00000000/00000000");
 }
 
@@ -134,8 +132,8 @@ TEST_F(FirmwareTrailer, EndsTheReading) {
 
 TEST_F(FirmwareTrailer, CoversALineUpToItsZeroByte) {
     using namespace std::string_literals;
-    EXPECT_EQ(find(":1\0x\n"s + modelDigits(":1")),
-              "holds at 2: " + modelDigits(":1") + "/" + modelDigits(":1"));
+    EXPECT_EQ(find(":1\0x\n"s + crcDigits(":1")),
+              "holds at 2: " + crcDigits(":1") + "/" + crcDigits(":1"));
     EXPECT_EQ(find("\0x\n"s), "trailer at 1: /00000000");
 }
 
@@ -180,7 +178,7 @@ TEST_F(FirmwareTrailer, HoldsForTheFilesForWhichThePatternsDo) {
     for (int round = 0; round < 400; ++round) {
         const std::string& characters = round % 2 != 0 ? ":mx\r\n\n"s : "#:Mmx\r\n\0"s;
         std::string text = randomText(random, characters, 300) + "\n";
-        text += random() % 8 != 0 ? modelDigits(text) : "";
+        text += random() % 8 != 0 ? crcDigits(text) : "";
         write(text);
         const bool holds = CRC().pullBootloaderCRC(kFile);
         ASSERT_EQ(holds, modelHolds(kFile)) << text;

@@ -31,12 +31,12 @@ constexpr char kZeroText[] = "; vH2k4BIAfi\r\n";
 // Bit by bit by hand: the checksum of "a\n" is DDEAA107.
 TEST_F(IniTrailer, TellsTheLineOfItsValue) {
     EXPECT_EQ(find("a\n[EOF]\r\niEndOfIniFile=DDEAA107\r\n"), "holds at 3: DDEAA107/DDEAA107");
-    EXPECT_EQ(find("b\n" + trailer("DDEAA107")), "checksum at 3: DDEAA107/" + modelDigits("b\n"));
+    EXPECT_EQ(find("b\n" + trailer("DDEAA107")), "checksum at 3: DDEAA107/" + crcDigits("b\n"));
 }
 
 TEST_F(IniTrailer, CoversTheLineEndsAsStored) {
     const std::string text = "[Blob1]\r\nhdr=\n\r\r\n";
-    EXPECT_TRUE(find(text + trailer(modelDigits(text))).starts_with("holds at 5"));
+    EXPECT_TRUE(find(text + trailer(crcDigits(text))).starts_with("holds at 5"));
 }
 
 TEST_F(IniTrailer, OfAnEmptyTextIsOneZero) {
@@ -45,17 +45,17 @@ TEST_F(IniTrailer, OfAnEmptyTextIsOneZero) {
 }
 
 TEST_F(IniTrailer, OfAChecksumOfZeroIsOneZero) {
-    ASSERT_EQ(modelDigits(kZeroText), "00000000");
+    ASSERT_EQ(crcDigits(kZeroText), "00000000");
     EXPECT_EQ(find(kZeroText + trailer("0")), "holds at 3: 0/0");
     EXPECT_EQ(find(kZeroText + trailer("00000000")), "checksum at 3: 00000000/0");
 }
 
 TEST_F(IniTrailer, KeepsTheLeadingZerosOfAnyOtherChecksum) {
     std::string text;
-    for (int number = 0; modelCrc(text) >> 28 != 0 || text.empty(); ++number)
+    for (int number = 0; crc32(text) >> 28 != 0 || text.empty(); ++number)
         text = std::to_string(number) + "\n";
-    EXPECT_TRUE(find(text + trailer(modelDigits(text))).starts_with("holds"));
-    EXPECT_TRUE(find(text + trailer(modelDigits(text).substr(1))).starts_with("trailer at 3"));
+    EXPECT_TRUE(find(text + trailer(crcDigits(text))).starts_with("holds"));
+    EXPECT_TRUE(find(text + trailer(crcDigits(text).substr(1))).starts_with("trailer at 3"));
 }
 
 TEST_F(IniTrailer, DoesntHoldInLowerCaseDigits) {
@@ -111,8 +111,8 @@ TEST_F(IniTrailer, IsMissingWithoutItsMarker) {
 
 TEST_F(IniTrailer, MayStandBehind4095BytesOfALine) {
     const std::string piece(4095, 'x');
-    EXPECT_TRUE(find(piece + trailer(modelDigits(piece))).starts_with("holds at 2"));
-    EXPECT_EQ(find("x" + piece.substr(2) + trailer(modelDigits(piece))), "no trailer");
+    EXPECT_TRUE(find(piece + trailer(crcDigits(piece))).starts_with("holds at 2"));
+    EXPECT_EQ(find("x" + piece.substr(2) + trailer(crcDigits(piece))), "no trailer");
     EXPECT_EQ(find("a\n[EOF]\r\niEndOfIniFile=DDEAA107" + piece + "\r\n"), "trailer at 3");
 }
 

@@ -22,7 +22,7 @@ protected:
 std::string value(const std::string& digits) { return "iEndOfHwgFile = " + digits; }
 
 std::string sealed(const std::string& text, const std::string& marker = kMarker) {
-    return text + marker + value(modelDigits(text));
+    return text + marker + value(crcDigits(text));
 }
 
 } // namespace
@@ -70,7 +70,7 @@ TEST_F(TemplateTrailer, TellsTheLineOfItsValue) {
     EXPECT_EQ(find("a\n/--- iEndOfHwgFile \niEndOfHwgFile = DDEAA107"),
               "holds at 3: DDEAA107/DDEAA107");
     EXPECT_EQ(find("b\n/--- iEndOfHwgFile \niEndOfHwgFile = DDEAA107"),
-              "checksum at 3: DDEAA107/" + modelDigits("b\n"));
+              "checksum at 3: DDEAA107/" + crcDigits("b\n"));
 }
 
 TEST_F(TemplateTrailer, MayEndInOneLineFeed) {
@@ -101,7 +101,7 @@ TEST_F(TemplateTrailer, MayHaveItsMarkerAndNameInAnyCase) {
 
 TEST_F(TemplateTrailer, CoversTheLineEndsAsStored) {
     EXPECT_EQ(find(sealed("a\nb\r\n\rc\n")),
-              "holds at 5: " + modelDigits("a\nb\r\n\rc\n") + "/" + modelDigits("a\nb\r\n\rc\n"));
+              "holds at 5: " + crcDigits("a\nb\r\n\rc\n") + "/" + crcDigits("a\nb\r\n\rc\n"));
 }
 
 TEST_F(TemplateTrailer, NeedsCrLfInItsMarkerWhenTheFirstLineEndsSo) {
@@ -135,8 +135,8 @@ TEST_F(TemplateTrailer, MayBeTheEndOfAPieceOf127Bytes) {
 TEST_F(TemplateTrailer, IsMissingWithoutItsMarker) {
     EXPECT_EQ(find(""), "no trailer");
     EXPECT_EQ(find("a\nb\n"), "no trailer");
-    EXPECT_EQ(find("a\n" + value(modelDigits("a\n"))), "no trailer");
-    EXPECT_EQ(find("a\n/--- iEndOfHwgFile x\n" + value(modelDigits("a\n"))), "no trailer");
+    EXPECT_EQ(find("a\n" + value(crcDigits("a\n"))), "no trailer");
+    EXPECT_EQ(find("a\n/--- iEndOfHwgFile x\n" + value(crcDigits("a\n"))), "no trailer");
 }
 
 TEST_F(TemplateTrailer, NeedsTheBlankBehindItsMarker) {
@@ -168,7 +168,7 @@ TEST_F(TemplateTrailer, SkipsOneCharacterBehindTheEqualsSignWhicheverItIs) {
 // A marker and what stands behind it in place of a value are no part of the text; the next marker
 // counts.
 TEST_F(TemplateTrailer, IsLookedForBehindADamagedOne) {
-    const std::string digits = modelDigits("a\nb\n");
+    const std::string digits = crcDigits("a\nb\n");
     const std::string rest = "b\n" + std::string(kMarker) + value(digits);
     const std::string found = "holds at 6: " + digits + "/" + digits;
     EXPECT_EQ(find(std::string("a\n") + kMarker + "dropped\n" + rest), found);
@@ -184,8 +184,8 @@ TEST_F(TemplateTrailer, IsNotInALastLineWithoutALineEnd) {
 
 TEST_F(TemplateTrailer, CoversALineUpToItsZeroByte) {
     using namespace std::string_literals;
-    EXPECT_EQ(find("a\0\n"s + kMarker + value(modelDigits("a"))),
-              "holds at 3: " + modelDigits("a") + "/" + modelDigits("a"));
+    EXPECT_EQ(find("a\0\n"s + kMarker + value(crcDigits("a"))),
+              "holds at 3: " + crcDigits("a") + "/" + crcDigits("a"));
     EXPECT_EQ(find("a\n/--- iEndOfHwgFile \0\n"s + value("DDEAA107")), "trailer at 2");
     EXPECT_EQ(find("a\n"s + kMarker + value("DDEAA107\0tail"s)), "holds at 3: DDEAA107/DDEAA107");
 }

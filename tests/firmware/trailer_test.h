@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Files of a test's own, and a checksum worked out bit by bit to compare with.
+// Files of a test's own, and findings as text.
 #pragma once
 
 #include "firmware/crc.h"
 #include "firmware/trailer.h"
+#include "tests/support/crc32.h"
 #include "tests/support/temporary_folder.h"
 
 #include <cstdint>
@@ -27,22 +28,6 @@ inline std::string asText(const zelFileCheck& check) {
 }
 
 namespace zel::test {
-
-inline std::uint32_t modelCrc(const std::string& text) {
-    std::uint32_t value = 0xFFFFFFFF;
-    for (const char character : text) {
-        value ^= static_cast<unsigned char>(character);
-        for (int bit = 0; bit < 8; ++bit)
-            value = (value & 1) != 0 ? value >> 1 ^ 0xEDB88320 : value >> 1;
-    }
-    return ~value;
-}
-
-inline std::string modelDigits(const std::string& text) {
-    char digits[9];
-    std::snprintf(digits, sizeof digits, "%08X", modelCrc(text));
-    return digits;
-}
 
 class TrailerTest : public ::testing::Test {
 protected:
