@@ -8,6 +8,7 @@
 #include "frame/lock.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
+#include "transport/tcp_socket.h"
 
 using namespace zel;
 
@@ -29,6 +30,13 @@ void startTable() {
         record.iTagPlusState = 0;
         record.bTagAdv = 0;
     }
+}
+
+// Neither the list's next row nor what the records hold goes back.
+void startLines() {
+    iActDev = 0;
+    iDevsFnd = 0;
+    cbIndex = 0;
 }
 
 bool connectTags() {
@@ -81,19 +89,59 @@ int connectFailed() {
     return 0;
 }
 
-} // namespace
-
-int USBConnect(int64_t* did) {
-    const LibraryLock lock;
-    startTable();
-    const bool found = connectFamilies();
-    for (int index = 0; index < iDevsFnd && index < kMaxDevices; ++index)
-        if (!readDevice(static_cast<short>(index)))
-            return connectFailed();
+int finish(bool found, int64_t* did) {
     SetActDev(0);
     if (found && did)
         *did = static_cast<std::int16_t>(activeRecord().iDID);
     return found ? 1 : 0;
+}
+
+int readAll(bool (*read)(short index), bool found, int64_t* did) {
+    for (int index = 0; index < iDevsFnd && index < kMaxDevices; ++index)
+        if (!read(static_cast<short>(index)))
+            return connectFailed();
+    return finish(found, did);
+}
+
+bool readConfiguration(short index) {
+    SetActDev(index);
+    return ReadCfg() != 0;
+}
+
+} // namespace
+
+int USBConnect(int64_t* did) {
+    const LibraryLock lock;
+    closeConnectSocket();
+    startTable();
+    return readAll(readDevice, connectFamilies(), did);
+}
+
+// Both families are tried, whatever the first one found; the sensor has no line. What the reader is
+// gets asked also when nothing was found.
+int ComConnect(int64_t* did) {
+    startLines();
+    bool found = false;
+    if (wants(kTag)) {
+        LoadzelTagVidPidListFile();
+        found = zeltag_ComConnect(did) != 0;
+    }
+    if (wants(kBand) && zelband_ComConnect(did) != 0)
+        found = true;
+    SendGetTagPlus();
+    return readAll(readConfiguration, found, did);
+}
+
+int ComConnectPort(unsigned short port, int64_t* did) {
+    startLines();
+    bool found = false;
+    if (wants(kTag)) {
+        LoadzelTagVidPidListFile();
+        found = zeltag_ComConnectPort(port, did) != 0;
+    }
+    if (wants(kBand) && zelband_ComConnectPort(port, did) != 0)
+        found = true;
+    return readAll(readConfiguration, found, did);
 }
 
 int usbConnect() {

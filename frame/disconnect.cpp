@@ -4,6 +4,8 @@
 #include "frame/lock.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
+#include "transport/port_objects.h"
+#include "transport/tcp_socket.h"
 #include "transport/usb_handles.h"
 
 using namespace zel;
@@ -18,6 +20,8 @@ void release(tsDevDat& record) {
     record.iTagPlusState = 0;
     record.bTagAdv = 0;
     closeHandle(record);
+    freePort(record);
+    closeConnectSocket();
     record.iProduct = kNoProduct;
 }
 

@@ -2,6 +2,7 @@
 // Which device is active, and what it is.
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
+#include "transport/port.h"
 
 #include <cstring>
 #include <string_view>
@@ -10,7 +11,15 @@ using namespace zel;
 
 namespace {
 constexpr int kUsbPortNumber = 999; // GetDevName() of a device without a port
+constexpr std::size_t kNameOfLine = ZELTAGAPI_NAME_SIZE - 1;
+
+// Fills 511 characters, with zeros behind the name.
+int takeNameOfLine(const tsDevDat& record, char* name) {
+    std::strncpy(name, record.szDevName, kNameOfLine);
+    return record.pPort ? static_cast<int>(record.pPort->port()) : 0;
 }
+
+} // namespace
 
 int GetDevCnt() { return iDevsFnd; }
 
@@ -31,6 +40,8 @@ unsigned int GetProduct() { return iDevsFnd < 1 ? 0 : activeRecord().iProduct; }
 int GetDevName(char* name) {
     if (!hasActiveDevice() || !name)
         return unsupportedValue();
+    if (activeRecord().iDevType == 1)
+        return takeNameOfLine(activeRecord(), name);
     const char* const kept = activeRecord().szDevName;
     const std::string_view text(kept, strnlen(kept, ZELTAGAPI_NAME_SIZE - 1));
     name[text.copy(name, text.size())] = '\0';

@@ -1,24 +1,66 @@
 // SPDX-License-Identifier: MIT
-// The exported calls on the line of the active device. No device has a line yet: connecting through
-// one meets an unserved product, and reading or writing moves nothing.
+// The exported calls on the line of the active device.
 #include "base/data_by_byte.h"
+#include "family/band/band.h"
+#include "family/tag/tag.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
+#include "transport/port.h"
 
-using zel::DataByByte;
-using zel::unsupportedValue;
+using namespace zel;
 
-int comConnect() { return unsupportedValue(); }
+namespace {
 
-int comConnectPort(unsigned short) { return unsupportedValue(); }
+// The family of the active device answers, where it has lines.
+template <class... Arguments>
+int forLineFamily(int (*tag)(Arguments...), int (*band)(Arguments...), Arguments... arguments) {
+    switch (activeProduct()) {
+    case kTag:
+        return tag(arguments...);
+    case kBand:
+        return band(arguments...);
+    default:
+        return unsupportedValue();
+    }
+}
 
-int ComDisconnect() { return unsupportedValue(); }
+// The open stream of the record that iActDev names, whether in use or not.
+CPort* openStream(const void* buffer, unsigned size) {
+    CPort* const port = activeRecord().pPort;
+    return port && buffer && size != 0 && port->IsConn() ? port : nullptr;
+}
 
-std::int64_t ReadSerialPort(unsigned char*, unsigned int) { return 0; }
+} // namespace
 
-std::int64_t WriteSerialPort(const unsigned char*, unsigned int) { return 0; }
+int comConnect() {
+    initialize();
+    return forLineFamily(zeltag_comConnect, zelband_comConnect);
+}
 
-std::int64_t QuickReadSerialPort(unsigned char*, unsigned int) { return 0; }
+int comConnectPort(unsigned short port) {
+    return forLineFamily(zeltag_comConnectPort, zelband_comConnectPort, port);
+}
+
+int ComDisconnect() { return forLineFamily(zeltag_ComDisconnect, zelband_ComDisconnect); }
+
+std::int64_t ReadSerialPort(unsigned char* buffer, unsigned int size) {
+    CPort* const port = openStream(buffer, size);
+    return port ? port->Read(reinterpret_cast<char*>(buffer), size) : 0;
+}
+
+std::int64_t WriteSerialPort(const unsigned char* buffer, unsigned int size) {
+    CPort* const port = openStream(buffer, size);
+    if (!port)
+        return 0;
+    const std::int64_t count = port->Write(reinterpret_cast<const char*>(buffer), size);
+    port->FlushTx();
+    return count;
+}
+
+std::int64_t QuickReadSerialPort(unsigned char* buffer, unsigned int size) {
+    CPort* const port = openStream(buffer, size);
+    return port ? port->QuickRead(reinterpret_cast<char*>(buffer), size) : 0;
+}
 
 int readSerialPort_char(short index) {
     static constinit DataByByte<1024> read;

@@ -22,6 +22,10 @@ enum Search : std::uint16_t { kUsb = 0, kSerial = 1, kNetwork = 2, kAllTransport
 // Whether a connect tries USB.
 inline bool searchesUsb() { return iCnctDevType == kUsb || iCnctDevType == kAllTransports; }
 
+// Whether it tries serial lines, or the network.
+inline bool searchesLines() { return iCnctDevType == kSerial || iCnctDevType == kAllTransports; }
+inline bool searchesNetwork() { return iCnctDevType == kNetwork || iCnctDevType == kAllTransports; }
+
 // The product code of the active device, kNoProduct without one. Read afresh on each call.
 std::uint32_t activeProduct();
 

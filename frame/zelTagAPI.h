@@ -12,6 +12,11 @@
  * calls it the unsupported value. The reason of a failure is in the device's error word, see
  * GetLastLibErr().
  *
+ * A device is reached by USB feature reports, or on a byte stream: a serial line (zelTagLines.h) or
+ * a network bridge (zelTagNetwork.h). The traffic that calls tell is that of reports; on a stream
+ * the same command travels as a frame, 50 ms and more each, whose status word stays in
+ * `lLastICSWErr`: 0x9000 success, 0 none came. What a stream has no form for fails there at once.
+ *
  * Lock: a call marked "locks" holds the library's one recursive mutex from entry to exit. All other
  * calls run unlocked; an application with several threads serialises those itself.
  */
@@ -25,6 +30,8 @@
 #include "frame/zelTagErrors.h"
 #include "frame/zelTagExport.h"
 #include "frame/zelTagFirmware.h"
+#include "frame/zelTagLines.h"
+#include "frame/zelTagNetwork.h"
 #include "frame/zelTagRecords.h"
 #include "frame/zelTagServices.h"
 #include "frame/zelTagSettings.h"
@@ -138,15 +145,18 @@ enum { ZELTAGAPI_ZELTAG = 1, ZELTAGAPI_ZELBAND = 2, ZELTAGAPI_ZELECHO = 4 };
  * @return always 1 */
 ZELTAGAPI_EXPORT int SetConnectProduct(unsigned int mask);
 
-/** Chooses which transports a connect tries: 0 USB, 1 serial, 2 TCP, 65535 or -1 all.
+/** Chooses which transports USBConnect() tries: 0 USB, 1 serial, 2 TCP, 65535 or -1 all, in this
+ * order until one has a device. At start all: where nothing is attached, such a connect goes on to
+ * the registered lines and to the address of SetIpPort(), which can take minutes.
  * @param type 0, 1, 2, 65535 or -1
  * @return 1, or 0 for another value, which changes nothing */
 ZELTAGAPI_EXPORT int SetDevTypeSrch(short type);
 
-/** Finds the devices and reads the configuration of each, so that the calls on records need no
- * traffic afterwards; of a multi-configuration reader behind device 0 only the active
- * configuration: SetActDev() and ReadCfg() read its others. Device 0 is the active one. Closes
- * nothing: call USBDisconnect() before a second connect. Reads the device filter list first. Locks.
+/** Finds the devices on the transports of SetDevTypeSrch() and reads the configuration of each, so
+ * that the calls on records need no traffic afterwards; of a multi-configuration reader behind
+ * device 0 only the active configuration: SetActDev() and ReadCfg() read its others. Device 0 is
+ * the active one. Closes nothing: call USBDisconnect() before a second connect. Reads the device
+ * filter list first. Locks.
  * @param did null, or receives the device ID of device 0
  * @return 1; 0 when there is none, or when a device's configuration can't be read: then GetDevCnt()
  * tells how many were found, and `lLastCnctErr` has bit 0x10000 */
@@ -185,27 +195,6 @@ ZELTAGAPI_EXPORT int GetActDev(void);
 
 /** @return the number of devices in the table, 0 to 127 */
 ZELTAGAPI_EXPORT int GetDevCnt(void);
-
-/** @} */
-
-/** @name Connect through the active device
- *
- * For a device on a line. This version of the library serves no device here yet: until it does, the
- * calls answer as without such a device.
- * @{ */
-
-/** Scans the lines as ComConnect() does, through the family of the active device.
- * @return the family's result; the unsupported value where no family on a line is active */
-ZELTAGAPI_EXPORT int comConnect(void);
-
-/** As comConnect(), for one line.
- * @param port its number
- * @return as there */
-ZELTAGAPI_EXPORT int comConnectPort(unsigned short port);
-
-/** Closes the active device's line; its record stays.
- * @return as comConnect() */
-ZELTAGAPI_EXPORT int ComDisconnect(void);
 
 /** @} */
 
@@ -339,52 +328,6 @@ ZELTAGAPI_EXPORT int isKQ7Reader(void);
 
 /** Ends that mode: BeepNow(0, 0). A connect does so by itself. */
 ZELTAGAPI_EXPORT void unlockKeystrokeModeOfKQ7(void);
-
-/** @} */
-
-/** @name Lines
- *
- * The bytes of a device on a line; no lock. This version of the library serves no device here yet:
- * until it does, the calls answer as without such a device.
- * @{ */
-
-/** Sets the speed at which the next serial connect opens ports, in baud; not tested.
- * @param rate baud */
-ZELTAGAPI_EXPORT void SetBaudRate(unsigned int rate);
-
-/** Reads what the active device's line brings.
- * @param buffer at least `size` bytes
- * @param size bytes wanted
- * @return the count read; 0 for a device without an open line */
-ZELTAGAPI_EXPORT int64_t ReadSerialPort(unsigned char* buffer, unsigned int size);
-
-/** Writes to the active device's line.
- * @param buffer `size` bytes
- * @param size bytes to write
- * @return the count written; 0 for a device without an open line */
-ZELTAGAPI_EXPORT int64_t WriteSerialPort(const unsigned char* buffer, unsigned int size);
-
-/** As ReadSerialPort(), waiting for less long.
- * @param buffer at least `size` bytes
- * @param size bytes wanted
- * @return as there */
-ZELTAGAPI_EXPORT int64_t QuickReadSerialPort(unsigned char* buffer, unsigned int size);
-
-/** As ReadSerialPort(), into a buffer of the library.
- * @param index -1 (65535) clears the buffer and reads up to 1024 bytes; 0 to 1023 a byte of it
- * @return at -1 the count read; else the byte, sign-extended; 0 for another index */
-ZELTAGAPI_EXPORT int readSerialPort_char(short index);
-
-/** As readSerialPort_char(), with QuickReadSerialPort() and a buffer of its own.
- * @param index as there
- * @return as there */
-ZELTAGAPI_EXPORT int quickReadSerialPort_char(short index);
-
-/** Changes nothing: the waits of a line are fixed.
- * @param first of no effect
- * @param second of no effect
- * @param third of no effect */
-ZELTAGAPI_EXPORT void SetSerialTimeouts(int first, int second, int third);
 
 /** @} */
 

@@ -25,7 +25,7 @@ MAP = {
     "firmware": FLOOR | {"base/", "transport/", "family/tag/"},
     "frame": {"base/", "transport/", "family/tag/", "family/band/", "family/echo/", "cfgfile/",
               "firmware/"},
-    "sim": {"transport/usb_backend.h"},
+    "sim": {"transport/usb_backend.h", "transport/line_opener.h"},
     "cli": {"sim/demo.h", "frame/records.def"},
 }
 FREE = ("tests/", "bench/", "examples/", "fuzz/")

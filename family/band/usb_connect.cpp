@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Finds magnetic stripe readers on USB and gives each a record.
+// Finds magnetic stripe readers on USB, where there are none on lines, and gives each a record.
 #include "family/band/band.h"
 #include "frame/state.h"
 #include "transport/found_devices.h"
@@ -40,5 +40,7 @@ int zelband_USBConnect() {
     }
     if (searchesUsb())
         zelband_USBDeviceConnect(kVendor, kProduct, nullptr);
+    if (iDevsFnd == before && searchesLines() && !band::scanLines())
+        lLastCnctErr |= kConnectFailed;
     return iDevsFnd > before ? 1 : 0;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Reads the identifier of the card in a proximity reader's field.
 #include "family/tag/feature_report.h"
+#include "family/tag/line_protocol.h"
+#include "family/tag/stream.h"
 #include "family/tag/tag.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
@@ -9,8 +11,10 @@
 #include <algorithm>
 #include <cstring>
 #include <span>
+#include <unistd.h>
 
 using namespace zel;
+namespace stream = zel::tag::stream;
 
 namespace {
 
@@ -61,6 +65,56 @@ bool queryLongId(LongId& id) {
     return true;
 }
 
+// A stream delivers a byte, the bit count, two bytes, then the identifier.
+constexpr std::size_t kStreamHead = 4;
+constexpr int kShortId = 8;
+constexpr int kLongId = 32;
+constexpr int kIdTries = 3;
+constexpr useconds_t kIdPause = 50'000; // µs
+
+std::uint8_t takeStreamId(const stream::Frame& frame, unsigned char* buffer, int size) {
+    std::copy_n(frame.data() + kStreamHead, size, buffer);
+    return frame.data()[1];
+}
+
+// Whether a try came to an answer. That there is no card is one, where whole data came with it.
+bool answersId(stream::Frame& frame) {
+    return stream::read(frame) || frame.status() == stream::kNoCard;
+}
+
+bool askId(stream::Frame& frame) {
+    for (int attempt = 1; !answersId(frame); ++attempt) {
+        if (attempt == kIdTries)
+            return false;
+        stream::flushOutgoing();
+        usleep(kIdPause);
+    }
+    return true;
+}
+
+int streamId(unsigned char* buffer, short size) {
+    stream::Frame frame(stream::Instruction::Id, 0, 0, kStreamHead + kShortId);
+    if (!askId(frame))
+        return readFailed();
+    return size < kShortId ? 0 : takeStreamId(frame, buffer, kShortId);
+}
+
+// No card is no answer here. After another failure the read goes on with whatever the frame holds.
+int streamId32(unsigned char* buffer, short size) {
+    stream::Frame frame(stream::Instruction::Id, 0, 0, kStreamHead + kLongId);
+    if (!stream::read(frame)) {
+        if (frame.status() == stream::kNoCard)
+            return 0;
+        readFailed();
+    }
+    return size < kLongId ? 0 : takeStreamId(frame, buffer, kLongId);
+}
+
+bool answersProbe() {
+    stream::Frame frame(stream::Instruction::Presence, 0xED, 0xED, 4);
+    return stream::read(frame) || stream::read(frame);
+}
+
 // Reads into the library's own buffer, through the exported call and so under its lock.
 int readIntoOwnBuffer(int (*read)(unsigned char*, short), short size) {
     const short wanted = size >= 0 && size <= ZELTAGAPI_ID_SIZE ? size : short{ZELTAGAPI_ID_SIZE};
@@ -74,6 +128,10 @@ int readIntoOwnBuffer(int (*read)(unsigned char*, short), short size) {
 int zeltag_GetActiveID(unsigned char* buffer, short size) {
     if (!beginRead(buffer, size))
         return readFailed();
+    if (tag::usesLines())
+        return acp_getActiveID(buffer, size);
+    if (stream::isActive())
+        return streamId(buffer, size);
     if (!waitForPushedData())
         return 0;
     tag::Payload id;
@@ -88,6 +146,10 @@ int zeltag_GetActiveID(unsigned char* buffer, short size) {
 int zeltag_GetActiveID32(unsigned char* buffer, short size) {
     if (!beginRead(buffer, size))
         return readFailed();
+    if (tag::usesLines())
+        return acp_getActiveID(buffer, size);
+    if (stream::isActive())
+        return streamId32(buffer, size);
     if (!waitForPushedData())
         return 0;
     LongId id;
@@ -103,6 +165,8 @@ int zeltag_getActiveID(short size) { return readIntoOwnBuffer(GetActiveID, size)
 int zeltag_getActiveID32(short size) { return readIntoOwnBuffer(GetActiveID32, size); }
 
 int zeltag_IsDevicePresent() {
+    if (stream::isActive())
+        return answersProbe() ? 1 : 0;
     tag::Payload reply;
     return tag::query(tag::command(tag::Opcode::Luid), reply) ? 1 : 0;
 }

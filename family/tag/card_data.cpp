@@ -4,8 +4,10 @@
 
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
+#include "family/tag/stream.h"
 
 #include <algorithm>
+#include <iterator>
 
 using namespace zel;
 using tag::Payload;
@@ -26,9 +28,13 @@ bool readBlock(std::uint8_t block) {
 
 } // namespace
 
-// The bytes behind the five blocks keep what they held.
+// The bytes behind the five blocks keep what they held. A stream has no such data.
 int zeltag_getActiveCardData() {
     tag::clearError();
+    if (tag::stream::isActive()) {
+        std::fill(std::begin(activeCardDataBuf), std::end(activeCardDataBuf), std::uint8_t{0});
+        return 0;
+    }
     for (std::uint8_t block = 0; block < kBlocks; ++block)
         if (!readBlock(block))
             return tag::fail(tag::kServiceFailed);

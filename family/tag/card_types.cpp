@@ -4,6 +4,7 @@
 
 #include "family/tag/feature_report.h"
 #include "family/tag/multi_config.h"
+#include "family/tag/stream.h"
 #include "family/tag/tag.h"
 #include "frame/state.h"
 
@@ -18,6 +19,26 @@ namespace {
 constexpr std::uint8_t kList = 0x04;
 constexpr unsigned kPages = 256;
 constexpr std::size_t kEntries = std::size(decltype(tsDevDat::CardTypeList){});
+
+enum class Page { Skipped, Missing, Came };
+
+Page readPageOnUsb(std::uint8_t page, Payload& reply) {
+    if (!tag::send(tag::command(tag::Opcode::Multi, kList, page)))
+        return Page::Skipped;
+    return tag::fetch(reply) ? Page::Came : Page::Missing;
+}
+
+Page readPageOnStream(std::uint8_t page, Payload& reply) {
+    tag::stream::Frame frame(tag::stream::Instruction::Multi, kList, page);
+    if (!tag::stream::readAtOnce(frame))
+        return Page::Missing;
+    reply = frame.payload();
+    return Page::Came;
+}
+
+Page readPage(std::uint8_t page, Payload& reply) {
+    return tag::stream::isActive() ? readPageOnStream(page, reply) : readPageOnUsb(page, reply);
+}
 
 // Appends a page of four types. Whether the list goes on behind it.
 bool append(tsDevDat& record, std::size_t& count, const Payload& page) {
@@ -43,12 +64,11 @@ int zeltag_GetCardTypeListFromDevice() {
     tsDevDat& record = activeRecord();
     std::size_t count = 0;
     for (unsigned page = 0; page < kPages; ++page) {
-        if (!tag::send(tag::command(tag::Opcode::Multi, kList, static_cast<std::uint8_t>(page))))
-            continue;
         Payload reply;
-        if (!tag::fetch(reply))
+        const Page outcome = readPage(static_cast<std::uint8_t>(page), reply);
+        if (outcome == Page::Missing)
             return 0;
-        if (!append(record, count, reply))
+        if (outcome == Page::Came && !append(record, count, reply))
             return 1;
     }
     return 1;

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Pages of eight bytes, asked for and sent one by one.
+// Pages of eight bytes, asked for and sent one by one; on a stream all at once.
 #include "family/tag/field_data.h"
 
+#include "family/tag/blocks.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
+#include "family/tag/stream.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace zel::tag {
 
@@ -18,6 +21,7 @@ constexpr std::uint8_t kSecondKey = 17;
 constexpr std::uint8_t kOldHeader = 12; // first byte of the old form, and its number of pages
 constexpr std::uint8_t kNoData = 255;   // first byte of a store never written; 0 too
 constexpr int kMostPages = 18;
+constexpr int kMostOnStream = 128; // bytes
 
 using Staging = std::array<std::uint8_t, kMostPages * kPayloadSize>;
 
@@ -53,6 +57,22 @@ bool readPages(Staging& staging) {
     return true;
 }
 
+// The first page tells how many there are. A reader that doesn't deliver it has none.
+void readOnStream(tsDevDat& record, const tsTagCfg& config, Staging& staging) {
+    const auto instruction = hasFeature(config, kExtendedFeatures)
+                                 ? stream::Instruction::ExtendedField
+                                 : stream::Instruction::Multi;
+    stream::Frame first(instruction, 0, 0, kPayloadSize);
+    if (!stream::read(first)) {
+        record.bSepFldOK = 0;
+        return;
+    }
+    const int size = std::min(first.data()[3] * static_cast<int>(kPayloadSize), kMostOnStream);
+    stream::Frame all(instruction, 0, 0, size);
+    if (stream::read(all))
+        std::copy_n(all.data(), size, staging.begin());
+}
+
 // Bytes past the record go out as zeros.
 Payload pageOf(const uSFD& data, int page) {
     Payload bytes = {};
@@ -60,6 +80,12 @@ Payload pageOf(const uSFD& data, int page) {
     if (start + kPayloadSize <= sizeof data.bytes)
         std::copy_n(data.bytes + start, kPayloadSize, bytes.begin());
     return bytes;
+}
+
+void sendOnStream(tsDevDat& record, stream::Frame&& frame, std::span<const std::uint8_t> data) {
+    frame.setOutgoing(data);
+    if (!stream::write(frame))
+        record.bSepFldOK = 0;
 }
 
 void sendPage(tsDevDat& record, const Payload& request, const Payload& data) {
@@ -74,10 +100,14 @@ void sendPage(tsDevDat& record, const Payload& request, const Payload& data) {
 
 } // namespace
 
-bool readFieldData(const tsDevDat& record, tsTagCfg& config) {
+bool readFieldData(tsDevDat& record, tsTagCfg& config) {
     Staging staging = {};
-    if (record.bSepFldOK != 0 && !readPages(staging))
-        return false;
+    if (record.bSepFldOK != 0) {
+        if (stream::isActive())
+            readOnStream(record, config, staging);
+        else if (!readPages(staging))
+            return false;
+    }
     std::copy_n(staging.begin(), sizeof config.uSFD.bytes, config.uSFD.bytes);
     return true;
 }
@@ -90,6 +120,14 @@ bool pagesFit(const uSFD& data) {
 
 void writeFieldData(tsDevDat& record, const tsTagCfg& config) {
     const int pages = pagesOf(config.uSFD);
+    if (stream::isActive()) {
+        const auto instruction = hasFeature(config, kExtendedFeatures)
+                                     ? stream::Instruction::SetExtended
+                                     : stream::Instruction::ExtendedField;
+        const int size = std::min(pages * static_cast<int>(kPayloadSize), kMostOnStream);
+        sendOnStream(record, {instruction, 0, 0, size}, config.uSFD.bytes);
+        return;
+    }
     for (int page = 0; page < pages; ++page)
         sendPage(record, fieldPage(page), pageOf(config.uSFD, page));
 }
@@ -108,7 +146,12 @@ void writeKeys(tsTagCfg& config) {
 using namespace zel::tag;
 
 void WriteHashKeyBlock(tsTagCfg* config, int, unsigned char selector) {
-    const std::uint8_t* const key = config->sHashKeyData.key[selector == kFirstKey ? 0 : 1];
+    const auto& key = config->sHashKeyData.key[selector == kFirstKey ? 0 : 1];
+    if (stream::isActive()) {
+        sendOnStream(zel::activeRecord(),
+                     {stream::Instruction::SetExtended, 0, selector, sizeof key}, key);
+        return;
+    }
     for (std::uint8_t page = 0; page < 2; ++page) {
         Payload data;
         std::copy_n(key + page * kPayloadSize, kPayloadSize, data.begin());

@@ -7,8 +7,8 @@
 namespace zel::tag {
 
 // Fills uSFD from the reader's pages; all zero when the reader can't deliver them. False when a
-// page could not be asked for: that ends the read.
-bool readFieldData(const tsDevDat& record, tsTagCfg& config);
+// page could not be asked for in a report: that ends the read.
+bool readFieldData(tsDevDat& record, tsTagCfg& config);
 
 // Pages that the header of uSFD claims: 12 in its old form, 0 to 255 in its new one.
 int pagesOf(const uSFD& data);

@@ -4,6 +4,7 @@
 
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
+#include "family/tag/stream.h"
 #include "frame/state.h"
 
 #include <algorithm>
@@ -13,12 +14,17 @@ using namespace zel;
 using tag::command;
 using tag::Opcode;
 using tag::Payload;
+namespace stream = zel::tag::stream;
+using stream::Frame;
+using stream::Instruction;
 
 namespace {
 
 constexpr std::uint8_t kAsk = 0x01;
 constexpr std::uint8_t kSelect = 0x81;
 constexpr std::uint8_t kMove = 0x82;
+constexpr std::uint8_t kMoveEnd = 0xFF;
+constexpr std::uint8_t kCardTypeBlock = 4; // of SetBlock
 constexpr int kSetBits = 7;
 constexpr int kHighestConfig = ZELTAGAPI_MAX_CONFIGS - 1;
 constexpr useconds_t kCardTypePause = 10'000; // µs
@@ -38,24 +44,40 @@ int settle(tsDevDat& record, std::uint32_t state) {
 // The number of the highest configuration that a reply tells, or one outside 0 to 10.
 int highestConfig(const Payload& reply) { return reply[3] - 1; }
 
+// Of the active configuration of what thereby is a multi-configuration reader.
+void keepCardType(tsDevDat& record, std::uint16_t type, std::uint8_t flags) {
+    tsTagCfg& config = activeConfig(record);
+    config.iCardPriority = flags & 1;
+    config.iCardType = type;
+    record.iTagPlusState = tag::kMultiConfig;
+}
+
 int readCardType(tsDevDat& record) {
     Payload reply;
     if (!tag::query(command(Opcode::CardType), reply))
         return tag::fail(tag::kReadFailed);
-    tsTagCfg& config = activeConfig(record);
-    config.iCardPriority = reply[3] & 1;
-    config.iCardType = wordOf(reply[1], reply[2]);
-    record.iTagPlusState = tag::kMultiConfig;
+    keepCardType(record, wordOf(reply[1], reply[2]), reply[3]);
     return 1;
 }
 
-} // namespace
+// On a stream one reply tells it all: a 1, the active configuration, the number of configurations,
+// a 0, the card type in two bytes, its priority in bit 0.
+int settleOnStream(tsDevDat& record) {
+    Frame frame(Instruction::Multi, kAsk);
+    const bool answers = stream::read(frame, 4, 8) || stream::read(frame, 4, 8);
+    const std::uint8_t* const data = frame.data();
+    if (!answers || data[0] != 1 || data[1] > kHighestConfig || data[3] != 0)
+        return settle(record, tag::kProbeFailed);
+    const int highest = data[2] - 1;
+    if (highest < 0 || highest > kHighestConfig)
+        return 1;
+    record.iMaxConfig = static_cast<std::uint16_t>(highest);
+    record.iActConfig = low(std::min<unsigned>(data[1], static_cast<unsigned>(highest)));
+    keepCardType(record, wordOf(data[4], data[5]), data[6]);
+    return 1;
+}
 
-int SendGetTagPlus() {
-    tsDevDat& record = activeRecord();
-    record.iMaxConfig = 0;
-    if (record.iTagPlusState == tag::kProbeFailed)
-        return 0;
+int settleOnUsb(tsDevDat& record) {
     if (!tag::send(command(Opcode::Multi, kAsk)))
         return settle(record, tag::kProbeFailed);
     Payload reply;
@@ -71,17 +93,66 @@ int SendGetTagPlus() {
     return readCardType(record);
 }
 
-int SendSetTagPlus() {
-    tsDevDat& record = activeRecord();
-    if (record.iTagPlusState != tag::kMultiConfig)
-        return 0;
-    const tsTagCfg& config = activeConfig(record);
-    const Payload data = {0, low(config.iCardType), low(config.iCardType >> 8U),
-                          low(config.iCardPriority != 0)};
-    if (!tag::send(command(Opcode::CardType)) || !tag::send(data))
+Payload cardTypeOf(const tsTagCfg& config) {
+    return {0, low(config.iCardType), low(config.iCardType >> 8U), low(config.iCardPriority != 0)};
+}
+
+// Whatever is known of the reader, and without a pause.
+int writeCardTypeOnStream(const tsTagCfg& config) {
+    Frame frame(Instruction::SetBlock, kCardTypeBlock, 0, tag::kPayloadSize);
+    frame.setOutgoing(cardTypeOf(config));
+    return stream::write(frame) || stream::write(frame) ? 1 : 0;
+}
+
+int writeCardTypeOnUsb(const tsTagCfg& config) {
+    if (tag::write(command(Opcode::CardType), cardTypeOf(config)) != tag::Written::Yes)
         return tag::fail(tag::kWriteFailed);
     usleep(kCardTypePause);
     return 1;
+}
+
+bool selectOnStream(std::uint8_t config) {
+    Frame frame(Instruction::Multi, kSelect, config);
+    return stream::read(frame, 4, 8) || stream::read(frame, 4, 8);
+}
+
+bool selectOnUsb(std::uint8_t config) {
+    Payload reply;
+    return tag::query(command(Opcode::Multi, kSelect, config), reply) &&
+           reply[0] == low(static_cast<unsigned>(Opcode::Multi)) && reply[1] == kSelect;
+}
+
+bool moveOnStream(std::uint8_t source, std::uint8_t target) {
+    Frame frame(Instruction::Multi, kMove, source, target);
+    frame.bytes[6] = kMoveEnd;
+    return stream::read(frame, 6, 6) || stream::read(frame, 6, 6);
+}
+
+// Only a reply that doesn't come is told by the error word.
+bool moveOnUsb(std::uint8_t source, std::uint8_t target) {
+    Payload request = command(Opcode::Multi, kMove, source, target);
+    request[5] = kMoveEnd;
+    if (!tag::send(request))
+        return false;
+    Payload reply;
+    return tag::fetch(reply) || tag::fail(tag::kServiceFailed) != 0;
+}
+
+} // namespace
+
+int SendGetTagPlus() {
+    tsDevDat& record = activeRecord();
+    record.iMaxConfig = 0;
+    if (record.iTagPlusState == tag::kProbeFailed)
+        return 0;
+    return stream::isActive() ? settleOnStream(record) : settleOnUsb(record);
+}
+
+int SendSetTagPlus() {
+    const tsDevDat& record = activeRecord();
+    if (stream::isActive())
+        return writeCardTypeOnStream(activeConfig(record));
+    return record.iTagPlusState == tag::kMultiConfig ? writeCardTypeOnUsb(activeConfig(record)) : 0;
 }
 
 int zeltag_SendSelectActConfig(int config) {
@@ -89,22 +160,16 @@ int zeltag_SendSelectActConfig(int config) {
     if (record.iTagPlusState != tag::kMultiConfig)
         return 0;
     record.iActConfig = low(static_cast<unsigned>(config));
-    Payload reply;
-    const bool answered = tag::query(command(Opcode::Multi, kSelect, record.iActConfig), reply);
-    return answered && reply[0] == low(static_cast<unsigned>(Opcode::Multi)) && reply[1] == kSelect;
+    return stream::isActive() ? selectOnStream(record.iActConfig) : selectOnUsb(record.iActConfig);
 }
 
 int PlusBlockMove(int source, int target) {
     if (activeRecord().iTagPlusState != tag::kMultiConfig)
         return 0;
-    Payload request = command(Opcode::Multi, kMove, low(static_cast<unsigned>(source & kSetBits)),
-                              low(static_cast<unsigned>(target & kSetBits)));
-    request[5] = 0xFF;
-    if (!tag::send(request))
+    const std::uint8_t from = low(static_cast<unsigned>(source & kSetBits));
+    const std::uint8_t to = low(static_cast<unsigned>(target & kSetBits));
+    if (!(stream::isActive() ? moveOnStream(from, to) : moveOnUsb(from, to)))
         return 0;
-    Payload reply;
-    if (!tag::fetch(reply))
-        return tag::fail(tag::kServiceFailed);
     usleep(kMovePause);
     return 1;
 }

@@ -2,6 +2,7 @@
 // Settings of a reader that stand outside the ten records.
 #include "family/tag/services.h"
 #include "frame/state.h"
+#include "frame/zelTagLines.h"
 
 using namespace zel;
 

@@ -3,9 +3,11 @@
 #include "family/tag/card_data.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
+#include "family/tag/stream.h"
 
 #include <algorithm>
 #include <cstring>
+#include <unistd.h>
 
 using namespace zel;
 using tag::Payload;
@@ -13,13 +15,24 @@ using tag::Payload;
 namespace {
 
 constexpr std::uint8_t kQueuedId = 0x02;
-constexpr std::uint8_t kEntryPage = 4; // behind the four pages of the identifier
+constexpr useconds_t kPagePause = 100'000; // µs, on a stream
+constexpr std::uint8_t kEntryPage = 4;     // behind the four pages of the identifier
 
 std::uint8_t maskOf(short first, short second) {
     return static_cast<std::uint8_t>((first != 0 ? 1 : 0) | (second != 0 ? 2 : 0));
 }
 
+bool readOnStream(std::uint8_t page, std::uint8_t mask, Payload& reply) {
+    tag::stream::Frame frame(tag::stream::Instruction::Service, kQueuedId, page, mask);
+    const bool answers = tag::stream::readEight(frame);
+    reply = frame.payload();
+    usleep(kPagePause);
+    return answers;
+}
+
 bool queryPage(std::uint8_t page, std::uint8_t mask, Payload& reply) {
+    if (tag::stream::isActive())
+        return readOnStream(page, mask, reply);
     return tag::query(tag::command(tag::Opcode::Service, kQueuedId, page, mask), reply);
 }
 
@@ -48,7 +61,8 @@ void storePage(std::uint8_t page, const Payload& data) {
 
 int zeltag_GetQueuedID(short first, short second) {
     tag::clearError();
-    std::memset(&QueuedID, 0, sizeof QueuedID);
+    if (!tag::stream::isActive())
+        std::memset(&QueuedID, 0, sizeof QueuedID);
     for (std::uint8_t page = 0; page <= kEntryPage; ++page) {
         Payload data;
         if (!queryPage(page, maskOf(first, second), data))

@@ -2,10 +2,12 @@
 // Sends a report of the caller's choice and keeps its reply, both for callers that pass numbers.
 #include "family/tag/card_data.h"
 #include "family/tag/feature_report.h"
+#include "family/tag/stream.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <span>
 
 using namespace zel;
 using tag::Payload;
@@ -31,9 +33,22 @@ void store(short index, short value) {
     rawRequest[static_cast<std::size_t>(index)] = static_cast<std::uint8_t>(value);
 }
 
-// A reply is forgotten when the next request has been sent.
+// Bytes 1 to 5 of the request are the frame's header; the reply stands at the front.
+bool exchangeOnStream() {
+    rawReply.fill(0);
+    const std::span request(rawRequest);
+    tag::stream::Frame frame(request.subspan(1, 5));
+    if (!tag::stream::readEight(frame))
+        return false;
+    std::copy_n(frame.data(), tag::kPayloadSize, rawReply.begin());
+    return true;
+}
+
+// A reply is forgotten when the next request has been sent; it stands behind the report ID.
 bool exchange() {
     rawRequest[0] = 0;
+    if (tag::stream::isActive())
+        return exchangeOnStream();
     Payload payload;
     std::copy_n(rawRequest.begin() + 1, payload.size(), payload.begin());
     if (!tag::send(payload))

@@ -7,8 +7,10 @@
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/field_data.h"
+#include "family/tag/line_protocol.h"
 #include "family/tag/multi_config.h"
 #include "family/tag/services.h"
+#include "family/tag/stream.h"
 #include "family/tag/validators.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
@@ -17,14 +19,24 @@
 
 using namespace zel;
 using tag::Payload;
+namespace stream = zel::tag::stream;
 
 namespace {
 
 constexpr std::int64_t kNoSerialNumber = 65535; // what a proximity reader's record shows
 
+// One reply of eight bytes by either form; a stream's frame may deliver fewer.
+bool ask(const Payload& request, stream::Frame&& frame, Payload& reply) {
+    if (!stream::isActive())
+        return tag::query(request, reply);
+    const bool answers = stream::read(frame);
+    reply = frame.payload();
+    return answers;
+}
+
 bool readIds(tsDevDat& record) {
     Payload reply;
-    if (!tag::query(tag::command(tag::Opcode::Luid), reply))
+    if (!ask(tag::command(tag::Opcode::Luid), {stream::Instruction::Presence, 0, 0, 4}, reply))
         return tag::fail(tag::kReadFailed) != 0;
     record.iLUID = static_cast<std::uint16_t>(reply[0] | reply[1] << 8);
     record.iDID = static_cast<std::uint16_t>(reply[2] | reply[3] << 8);
@@ -32,12 +44,16 @@ bool readIds(tsDevDat& record) {
     return true;
 }
 
+// A block that a stream doesn't deliver is told by lLastICSWErr alone.
+bool blockFailed() { return !stream::isActive() && tag::fail(tag::kReadFailed) != 0; }
+
 bool readBlocks(tsTagCfg& config) {
     for (int block = 0; block < tag::kBlocks; ++block) {
         Payload reply;
-        if (!tag::query(tag::blockCommand(block), reply))
-            return tag::fail(tag::kReadFailed) != 0;
-        tag::decodeBlock(config, block, reply, false);
+        if (!ask(tag::blockCommand(block),
+                 {stream::Instruction::Block, block, 0, tag::kPayloadSize}, reply))
+            return blockFailed();
+        tag::decodeBlock(config, block, reply, stream::isActive());
     }
     return true;
 }
@@ -90,6 +106,8 @@ int readAll(tsDevDat& record) {
 } // namespace
 
 int zeltag_ReadCfgOneConfig() {
+    if (tag::usesLines())
+        return AcpReadCfg();
     tsDevDat& record = activeRecord();
     tsTagCfg& config = activeConfig(record);
     tag::clearError();

@@ -3,6 +3,7 @@
 #include "family/tag/records.h"
 
 #include "family/tag/error_words.h"
+#include "family/tag/line_protocol.h"
 #include "family/tag/validators.h"
 #include "family/tag/words.h"
 #include "family/tag/write_config.h"
@@ -153,7 +154,15 @@ int zeltag_SetTimeParms(sTimeParms* record) {
 
 int zeltag_GetLEDCtrl(sLEDCtrl* record) { return getRecord(&tsTagCfg::sLEDCtrl, record); }
 
+// By the line protocol a volatile record isn't stored: what goes out is what the configuration
+// holds already.
 int zeltag_SetLEDCtrl(sLEDCtrl* record) {
+    if (tag::usesLines() && record && record->bVolatile != 0) {
+        if (!accept(record, CheckUserLEDCtrl))
+            return 0;
+        tag::sendLedByLine(config());
+        return succeed();
+    }
     return setOutputs(&tsTagCfg::sLEDCtrl, record, CheckUserLEDCtrl);
 }
 

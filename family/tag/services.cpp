@@ -4,12 +4,17 @@
 
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
+#include "family/tag/line_protocol.h"
+#include "family/tag/stream.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
 
 using namespace zel;
 using tag::Payload;
+namespace stream = zel::tag::stream;
+using stream::Frame;
+using stream::Instruction;
 
 namespace {
 
@@ -20,6 +25,8 @@ constexpr std::uint8_t kSetVolume = 0x86;
 constexpr std::uint8_t kSetRadio = 0x87;
 constexpr int kRadioPresent = 0x80;
 constexpr int kRadioBits = 3;
+constexpr std::uint8_t kGetSpeed = 0x01;
+constexpr std::uint8_t kSetSpeed = 0x81;
 constexpr int kUnknown = -1;
 
 Payload service(std::uint8_t subCommand, std::uint8_t argument = 0) {
@@ -55,19 +62,48 @@ std::uint8_t beepCode(unsigned char code, short isLong) {
     return static_cast<std::uint8_t>(beeps);
 }
 
+int beepOnStream(std::uint8_t code) {
+    if (tag::usesLines())
+        return tag::beepByLine(code);
+    Frame frame(Instruction::Service, kBeep, code);
+    return stream::command(frame) ? 1 : 0;
+}
+
+// A number of one byte, or -1.
+int readNumber(Instruction instruction, std::uint8_t subCommand) {
+    Frame frame(instruction, subCommand);
+    frame.bytes[Frame::kCount] = 1;
+    return stream::readCounted(frame) ? frame.data()[0] : kUnknown;
+}
+
+int writeNumber(Instruction instruction, std::uint8_t subCommand, std::uint8_t number) {
+    Frame frame(instruction, subCommand, number);
+    return stream::read(frame) ? 1 : 0;
+}
+
 } // namespace
 
 int zeltag_BeepNow(unsigned char code, short isLong) {
+    const std::uint8_t beeps = beepCode(code, isLong);
+    tag::clearError();
+    if (stream::isActive())
+        return beepOnStream(beeps);
     Payload reply;
-    return ask(service(kBeep, beepCode(code, isLong)), reply, tag::kServiceFailed) ? 1 : 0;
+    return ask(service(kBeep, beeps), reply, tag::kServiceFailed) ? 1 : 0;
 }
 
 int zeltag_SetBeeperVolume(unsigned char volume) {
+    tag::clearError();
+    if (stream::isActive())
+        return writeNumber(Instruction::Service, kSetVolume, volume);
     Payload reply;
     return ask(service(kSetVolume, volume), reply, tag::kServiceFailed) && !isZero(reply) ? 1 : 0;
 }
 
 int zeltag_GetBeeperVolume() {
+    tag::clearError();
+    if (stream::isActive())
+        return readNumber(Instruction::Service, kGetVolume);
     Payload reply;
     const bool known = ask(service(kGetVolume), reply, tag::kServiceFailed) && !isZero(reply);
     return known ? reply[2] : kUnknown;
@@ -95,6 +131,10 @@ int zeltag_IsBTLEPresent() {
 }
 
 // Line speeds belong to readers on a byte stream.
-int zeltag_ReadBaudRate() { return kUnknown; }
+int zeltag_ReadBaudRate() {
+    return stream::isActive() ? readNumber(Instruction::Speed, kGetSpeed) : kUnknown;
+}
 
-int zeltag_WriteBaudRate(unsigned char) { return 0; }
+int zeltag_WriteBaudRate(unsigned char code) {
+    return stream::isActive() ? writeNumber(Instruction::Speed, kSetSpeed, code) : 0;
+}

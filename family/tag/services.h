@@ -40,7 +40,6 @@ ZELTAGAPI_EXPORT int zeltag_SetEasyReadMode(short value);
 ZELTAGAPI_EXPORT int zeltag_GetEasyReadMode(void);
 ZELTAGAPI_EXPORT int zeltag_SetPrependCSN(short value);
 ZELTAGAPI_EXPORT int zeltag_GetPrependCSN(void);
-ZELTAGAPI_EXPORT int zeltag_UseAsciiCommandProtocol(short flag);
 
 ZELTAGAPI_EXPORT int zeltag_WriteSEKeyRefrence(unsigned char* data, int length, int keyNumber);
 ZELTAGAPI_EXPORT int zeltag_WriteEV1FileRefrence(unsigned char* data, int length);

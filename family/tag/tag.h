@@ -6,6 +6,8 @@
 
 #include "frame/zelTagExport.h"
 
+#include <stdint.h>
+
 ZELTAGAPI_BEGIN
 
 // Start-up defaults of the family: InitLocalParms().
@@ -28,6 +30,33 @@ ZELTAGAPI_EXPORT void zeltag_FoundDevice(char* name, void* handle, int row);
 
 // The family's part of USBConnect(): 1 when the table grew, else 0 with lLastCnctErr set.
 ZELTAGAPI_EXPORT int zeltag_USBConnect(void);
+
+// Makes the record that the next device takes fit for a line: its port object, number and speed.
+// Nothing where the table is full.
+ZELTAGAPI_EXPORT void zeltag_SetSerialPort(unsigned short port, unsigned int rate);
+
+// Empties the table and takes the proximity readers that answer on the lines into it. 1 when there
+// are some, and not as many as stood there before: the first record is then the active one, and
+// `did` receives its device ID.
+ZELTAGAPI_EXPORT int zeltag_ComConnect(int64_t* did);
+ZELTAGAPI_EXPORT int zeltag_comConnect(void);
+
+// The same on one line, with an empty table only.
+ZELTAGAPI_EXPORT int zeltag_ComConnectPort(unsigned short port, int64_t* did);
+ZELTAGAPI_EXPORT int zeltag_comConnectPort(unsigned short port);
+
+// Closes the active device's line: 1, or 0 without one.
+ZELTAGAPI_EXPORT int zeltag_ComDisconnect(void);
+
+// Appends the readers behind network bridges: at one address, or with d 0 at those of the hosts 1
+// to 254. First as byte streams, then, where none answers, as reports, which only answers where a
+// record still holds a live USB handle. 1 or 0.
+ZELTAGAPI_EXPORT int zeltag_IPConnect(unsigned char a, unsigned char b, unsigned char c,
+                                      unsigned char d, unsigned short port);
+ZELTAGAPI_EXPORT int zeltag_IPConnect_Serial(unsigned char a, unsigned char b, unsigned char c,
+                                             unsigned char d, unsigned short port);
+ZELTAGAPI_EXPORT int zeltag_IPConnect_USBFR(unsigned char a, unsigned char b, unsigned char c,
+                                            unsigned char d, unsigned short port);
 
 // Chooses the transports that a connect tries: 0, 1, 2 or 65535 (also given as -1). 1, or 0
 // refused.

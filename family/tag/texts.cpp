@@ -3,6 +3,7 @@
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/services.h"
+#include "family/tag/stream.h"
 
 #include <algorithm>
 #include <array>
@@ -12,6 +13,9 @@
 using namespace zel;
 using tag::Opcode;
 using tag::Payload;
+namespace stream = zel::tag::stream;
+using stream::Frame;
+using stream::Instruction;
 
 namespace {
 
@@ -32,47 +36,87 @@ constinit unsigned char serialNumber[32] = {};
 
 std::uint8_t low(int value) { return static_cast<std::uint8_t>(value); }
 
-// Asks for `count` characters one by one; the first that fails ends the text.
+std::uint32_t bigEndian(const std::uint8_t* bytes) {
+    return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+           std::uint32_t{bytes[2]} << 8 | bytes[3];
+}
+
+// Takes `count` characters one by one; the first that `ask` doesn't get ends the text.
 template <std::size_t Size>
-char* readText(char (&text)[Size], int count, std::int64_t error, Payload (*request)(int)) {
+char* readText(char (&text)[Size], int count, bool (*ask)(int index, char& character)) {
     if (iActDev < 0 || iActDev > kMaxDevices)
         return nullptr;
     std::memset(text, 0, Size);
-    for (int i = 0; i < count; ++i) {
-        Payload reply;
-        if (!tag::query(request(i), reply)) {
-            tag::fail(error);
+    for (int i = 0; i < count; ++i)
+        if (!ask(i, text[i]))
             return nullptr;
-        }
-        text[i] = static_cast<char>(reply[0]);
-    }
     return text;
 }
 
-std::uint32_t bigEndian(const Payload& reply) {
-    return std::uint32_t{reply[4]} << 24 | std::uint32_t{reply[5]} << 16 |
-           std::uint32_t{reply[6]} << 8 | reply[7];
+bool askReport(const Payload& request, std::int64_t error, char& character) {
+    Payload reply;
+    if (!tag::query(request, reply))
+        return tag::fail(error) != 0;
+    character = static_cast<char>(reply[0]);
+    return true;
+}
+
+bool askStream(int index, char& character) {
+    Frame frame(Instruction::Service, kPartNumber, index);
+    if (!stream::readEight(frame))
+        return false;
+    character = static_cast<char>(frame.data()[0]);
+    return true;
+}
+
+// The first byte of a version on a stream echoes the command, the second one the unit.
+std::uint32_t versionOnStream(int unit, int slot) {
+    Frame frame(Instruction::Multi, kVersion, unit, slot);
+    const bool answers = stream::read(frame, 4, 8);
+    const std::uint8_t* const data = frame.data();
+    if (data[0] == kVersion && data[1] == low(unit))
+        return bigEndian(data + 3);
+    return answers ? 1 : 0;
+}
+
+std::uint32_t versionOnUsb(tsDevDat& record, int unit, int slot) {
+    const Payload request = tag::command(Opcode::Multi, kVersion, low(unit), low(slot));
+    if (!tag::send(request))
+        return 0;
+    Payload reply;
+    if (!tag::fetch(reply))
+        return static_cast<unsigned>(tag::fail(tag::kServiceFailed));
+    const bool echoes = std::equal(request.begin(), request.begin() + 4, reply.begin());
+    const std::uint32_t version = echoes ? bigEndian(&reply[4]) : 0;
+    record.FWVerTbl[low(unit) % kUnits][low(slot) % kSlots] = version;
+    return version;
 }
 
 } // namespace
 
 char* zeltag_GetFWFilename() {
     tag::clearError();
-    return readText(fileName, 8, tag::kFileNameFailed, [](int i) {
-        return tag::command(Opcode::Service, kFirmwareText, kFileName, low(i));
+    return readText(fileName, 8, [](int i, char& character) {
+        return askReport(tag::command(Opcode::Service, kFirmwareText, kFileName, low(i)),
+                         tag::kFileNameFailed, character);
     });
 }
 
 char* zeltag_GetFullFWVersion() {
     tag::clearError();
-    return readText(fullVersion, 3, tag::kFullVersionFailed, [](int i) {
-        return tag::command(Opcode::Service, kFirmwareText, kFullVersion, low(i));
+    return readText(fullVersion, 3, [](int i, char& character) {
+        return askReport(tag::command(Opcode::Service, kFirmwareText, kFullVersion, low(i)),
+                         tag::kFullVersionFailed, character);
     });
 }
 
 char* zeltag_getPartNumberString() {
-    return readText(partNumber, 3, tag::kReadFailed,
-                    [](int i) { return tag::command(Opcode::Service, kPartNumber, low(i)); });
+    if (stream::isActive())
+        return readText(partNumber, 3, askStream);
+    return readText(partNumber, 3, [](int i, char& character) {
+        return askReport(tag::command(Opcode::Service, kPartNumber, low(i)), tag::kReadFailed,
+                         character);
+    });
 }
 
 unsigned char* zeltag_getESN() {
@@ -96,16 +140,7 @@ unsigned int zeltag_SendGetFirmwareVersion(int unit, int slot) {
     tsDevDat& record = activeRecord();
     if (record.iTagPlusState != tag::kMultiConfig)
         return 0;
-    const Payload request = tag::command(Opcode::Multi, kVersion, low(unit), low(slot));
-    if (!tag::send(request))
-        return 0;
-    Payload reply;
-    if (!tag::fetch(reply))
-        return static_cast<unsigned>(tag::fail(tag::kServiceFailed));
-    const bool echoes = std::equal(request.begin(), request.begin() + 4, reply.begin());
-    const std::uint32_t version = echoes ? bigEndian(reply) : 0;
-    record.FWVerTbl[low(unit) % kUnits][low(slot) % kSlots] = version;
-    return version;
+    return stream::isActive() ? versionOnStream(unit, slot) : versionOnUsb(record, unit, slot);
 }
 
 unsigned int zeltag_GetFirmwareVersion(short unit, short slot) {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Finds proximity readers on USB and gives each a record.
+// Finds proximity readers on USB and gives each a record; then the family's whole search.
 #include "family/tag/tag.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
 #include "transport/found_devices.h"
+#include "transport/tcp_socket.h"
 
 #include <iterator>
 
@@ -20,6 +21,15 @@ bool isTagAdv(int row) {
         return false;
     const tsVidPidRow& entry = zelTagVidPid.rows[row];
     return entry.vendor == kTagAdvVendor && entry.product == kTagAdvProduct;
+}
+
+// No row of the device filter list stands for a reader on the network.
+bool connectNetwork() {
+    if (!zeltag_IPConnect(ipAdr0, ipAdr1, ipAdr2, ipAdr3, ipPortNum))
+        return false;
+    activeRecord().iProduct = kTag;
+    activeRecord().iVidPidIdx = -1;
+    return true;
 }
 
 } // namespace
@@ -43,9 +53,14 @@ intptr_t zeltag_USBDeviceConnect(unsigned short vendor, unsigned short product,
 
 int zeltag_USBConnect() {
     const int before = iDevsFnd;
+    closeConnectSocket();
     lLastCnctErr = 0;
     if (searchesUsb())
         zeltag_USBDeviceConnect(ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT, nullptr);
+    if (iDevsFnd == before && searchesLines() && !zeltag_comConnect())
+        lLastCnctErr |= kConnectFailed;
+    if (iDevsFnd == before && searchesNetwork() && !connectNetwork())
+        return 0;
     if (iDevsFnd == before)
         return 0;
     activeRecord().iProduct = kTag;

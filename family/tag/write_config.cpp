@@ -6,18 +6,24 @@
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/field_data.h"
+#include "family/tag/line_protocol.h"
 #include "family/tag/multi_config.h"
 #include "family/tag/read_config.h"
 #include "family/tag/services.h"
+#include "family/tag/stream.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
 
+#include <span>
 #include <unistd.h>
 
 using namespace zel;
 using tag::command;
 using tag::Opcode;
 using tag::Payload;
+namespace stream = zel::tag::stream;
+using stream::Frame;
+using stream::Instruction;
 
 namespace {
 
@@ -32,15 +38,40 @@ bool send(const Payload& request, const Payload& data) {
     return tag::write(request, data) == tag::Written::Yes || tag::fail(tag::kWriteFailed) != 0;
 }
 
-// The number stands one byte further along than in the reply.
+// What a stream doesn't take is told by lLastICSWErr alone.
+bool send(Frame&& frame, std::span<const std::uint8_t> data) {
+    frame.setOutgoing(data);
+    return stream::write(frame);
+}
+
+// In a report the number stands one byte further along than in the reply.
 bool writeLuid(const tsDevDat& record) {
     const Payload data = {0, static_cast<std::uint8_t>(record.iLUID),
                           static_cast<std::uint8_t>(record.iLUID >> 8)};
+    if (stream::isActive())
+        return send({Instruction::SetLuid, 0, 0, 2}, std::span(data).subspan(1, 2));
     return send(command(Opcode::Luid), data);
 }
 
 bool writeBlock(tsTagCfg& config, int block) {
-    return send(tag::blockCommand(block), tag::encodeBlock(config, block));
+    const Payload data = tag::encodeBlock(config, block);
+    if (stream::isActive())
+        return send({Instruction::SetBlock, block, 0, tag::kPayloadSize}, data);
+    return send(tag::blockCommand(block), data);
+}
+
+bool commit(std::uint8_t mask) {
+    if (!stream::isActive())
+        return tag::send(command(Opcode::Commit, mask)) || tag::fail(tag::kWriteFailed) != 0;
+    Frame frame(Instruction::Commit, mask);
+    return stream::command(frame);
+}
+
+bool reset() {
+    if (!stream::isActive())
+        return tag::send(command(Opcode::Factory)) || tag::fail(tag::kResetFailed) != 0;
+    Frame frame(Instruction::Factory);
+    return stream::command(frame);
 }
 
 // Block 3 comes last: making block 0 can mark it.
@@ -77,6 +108,8 @@ int WrtIDFrmtParms2(tsTagCfg* config) { return writeBlock(*config, 2) ? 1 : 0; }
 int zeltag_write_cfg() {
     tsDevDat& record = activeRecord();
     tsTagCfg& config = activeConfig(record);
+    if (tag::usesLines())
+        return AcpWriteCfg();
     tag::clearError();
     std::uint8_t mask = 0;
     if (record.bLUIDDirty != 0) {
@@ -91,8 +124,8 @@ int zeltag_write_cfg() {
         mask |= kFieldBit;
     }
     SendSetTagPlus();
-    if (!tag::send(command(Opcode::Commit, mask)))
-        return tag::fail(tag::kWriteFailed);
+    if (!commit(mask))
+        return 0;
     tag::clearDirty(record, config);
     return 1;
 }
@@ -120,8 +153,10 @@ int zeltag_WriteCfg() {
 
 int zeltag_ResetFactoryDflts() {
     tag::clearError();
-    if (!tag::send(command(Opcode::Factory)))
-        return tag::fail(tag::kResetFailed);
+    if (tag::usesLines())
+        return tag::resetByLine();
+    if (!reset())
+        return 0;
     usleep(kSlowPause);
     return zeltag_ReadCfg();
 }

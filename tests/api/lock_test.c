@@ -52,6 +52,17 @@ int pthread_mutex_unlock(pthread_mutex_t* mutex) {
     CALL(SetConnectProduct, (0))                                                                   \
     CALL(SetDevTypeSrch, (0))                                                                      \
     CALL(zeltag_USBDeviceConnect, (0x5A3E, 0x9D2B, NULL))                                          \
+    CALL(ComConnect, (NULL))                                                                       \
+    CALL(ComConnectPort, (1, NULL))                                                                \
+    CALL(comConnect, ())                                                                           \
+    CALL(comConnectPort, (1))                                                                      \
+    CALL(ComDisconnect, ())                                                                        \
+    CALL(SetComLinux, (1, ""))                                                                     \
+    CALL(SetComSrchRange, (1, 8))                                                                  \
+    CALL(VirtualComSearchRange, (0, 0))                                                            \
+    CALL(SetIpPort, (127, 0, 0, 1, 9))                                                             \
+    CALL(GetMyIpAddress, ())                                                                       \
+    CALL(FindXport, (127, 0, 0, 2, 1))                                                             \
     CALL(LoadzelTagVidPidListFile, ())                                                             \
     CALL(GetVidPidVendorName, ())                                                                  \
     CALL(getVidPidVendorName_char, (0))                                                            \

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/frame/family_table.h"
+#include "transport/tcp_socket.h"
 
 namespace zel::test {
 
@@ -38,9 +39,11 @@ inline constexpr Row kConnectRows[] = {
     {ZEL_CALL(SetActDev(0)), 0, 1, 1, 1, 1, 1},
     {ZEL_CALL(GetActDev()), 0, 0, 0, 0, 0, 0},
     {ZEL_CALL(GetDevCnt()), 0, 1, 1, 1, 1, 1},
-    {ZEL_CALL(comConnect()), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(comConnectPort(1)), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(ComDisconnect()), kNo, kNo, kNo, kNo, kNo, kNo},
+    {ZEL_CALL(ComConnect(nullptr)), 0, 0, 0, 0, 0, 0},
+    {ZEL_CALL(ComConnectPort(1, nullptr)), 0, 0, 0, 0, 0, 0},
+    {ZEL_CALL(comConnect()), kNo, 0, 0, kNo, kNo, 0},
+    {ZEL_CALL(comConnectPort(1)), kNo, 0, 0, kNo, kNo, 0},
+    {ZEL_CALL(ComDisconnect()), kNo, 0, 0, kNo, kNo, 0},
 };
 
 inline constexpr Row kIdentityRows[] = {
@@ -78,6 +81,10 @@ inline constexpr Row kFilterRows[] = {
 };
 
 inline constexpr Row kLineRows[] = {
+    {ZEL_CALL(SetComLinux(1, "")), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(SetComSrchRange(2, 1)), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(VirtualComSearchRange(1, 2)), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(zeltag_UseAsciiCommandProtocol(0)), 1, 1, 1, 1, 1, 1},
     {ZEL_CALL(SetBaudRate(4800), defaultbaudrate), 4800, 4800, 4800, 4800, 4800, 4800},
     {ZEL_CALL(ReadSerialPort(bytes(), 4)), no(0), no(0), no(0), no(0), no(0), no(0)},
     {ZEL_CALL(WriteSerialPort(bytes(), 4)), no(0), no(0), no(0), no(0), no(0), no(0)},
@@ -85,6 +92,13 @@ inline constexpr Row kLineRows[] = {
     {ZEL_CALL(readSerialPort_char(-1)), no(0), no(0), no(0), no(0), no(0), no(0)},
     {ZEL_CALL(quickReadSerialPort_char(-1)), no(0), no(0), no(0), no(0), no(0), no(0)},
     {ZEL_CALL(SetSerialTimeouts(1, 2, 3), 0), no(0), no(0), no(0), no(0), no(0), no(0)},
+};
+
+inline constexpr Row kNetworkRows[] = {
+    {ZEL_CALL(SetIpPort(127, 0, 0, 1, 9)), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(GetMyIpAddress() == socket_GetMyIP()), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(FindXport(127, 0, 0, 2, 1)), 0, 0, 0, 0, 0, 0},
+    {ZEL_CALL(socket_GetMACAddress(127, 0, 0, 1, nullptr)), 0, 0, 0, 0, 0, 0},
 };
 
 inline constexpr Row kFileRows[] = {

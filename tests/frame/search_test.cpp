@@ -29,13 +29,19 @@ TEST_F(TransportSearch, TakesFourValuesAndKeepsTheRestOut) {
     }
 }
 
+TEST_F(TransportSearch, TriesAllAtStart) {
+    _APIinit();
+    EXPECT_EQ(iCnctDevType, 65535);
+}
+
 TEST_F(TransportSearch, LeavesUsbAloneOnOtherTransports) {
     plugReader();
+    SetIpPort(127, 0, 0, 1, 9);
     for (const short type : std::initializer_list<short>{1, 2}) {
         SetDevTypeSrch(type);
         EXPECT_EQ(zeltag_USBConnect(), 0) << type;
     }
-    EXPECT_EQ(bus().takeTrace(), "");
+    EXPECT_EQ(bus().takeTrace().find("open"), std::string::npos);
 }
 
 TEST_F(TransportSearch, FindsAUsbReaderOnAllTransports) {
