@@ -22,7 +22,7 @@ else()
 endif()
 target_link_libraries(zelTagAPI_static INTERFACE "$<INSTALL_INTERFACE:${static_needs}>")
 
-install(TARGETS zeltag)
+install(TARGETS zeltag zelsim-bridge)
 install(TARGETS zelTagAPI zelTagAPI_static EXPORT zelTagAPI
     INCLUDES DESTINATION ${include_folder} ${include_folder}/frame)
 

@@ -131,6 +131,16 @@ bool TagReader::take(std::uint8_t reportId, std::span<const std::uint8_t> payloa
     return true;
 }
 
+TagReader::Block TagReader::run(const Block& command) {
+    runCommand(std::exchange(command_, command));
+    return reply();
+}
+
+void TagReader::write(const Block& command, const Block& data) {
+    command_ = command;
+    writeData(data);
+}
+
 void TagReader::checkPause() {
     if (!isAllowedWhileBusy(command_))
         complain(tagCommandName(command_), busy_.remaining());

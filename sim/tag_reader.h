@@ -76,6 +76,11 @@ public:
     // Takes the firmware's place when it is entered.
     TagBoot& bootLoader() { return boot_; }
 
+    // A command and its reply in one, as another line than USB brings it: that line's answer comes
+    // when the work is done, so none is too early. And a command with the data it writes.
+    Block run(const Block& command);
+    void write(const Block& command, const Block& data);
+
     // Exchanges that came while the reader was still busy, and the text of the last one.
     int violations() const { return violations_; }
     const std::string& lastViolation() const { return lastViolation_; }

@@ -10,6 +10,7 @@ LibraryTest::LibraryTest() {
     bus().clear();
     EXPECT_TRUE(bus().install());
     bus().startTrace();
+    SetDevTypeSrch(0); // no test looks on lines or in the network unless it says so
     onPause([](std::uint64_t us) { bus().note("~ " + std::to_string(us / 1000) + " ms"); });
     takePausedMicroseconds();
 }
@@ -26,6 +27,8 @@ LibraryTest::~LibraryTest() {
     std::memset(&zelTagVidPid, 0, sizeof zelTagVidPid);
     std::memset(activeIDBuf, 0, sizeof activeIDBuf);
     activeIDBufSz = 0;
+    baudrate = defaultbaudrate = 9600;
+    SetIpPort(0, 0, 0, 0, 0);
     EXPECT_TRUE(sim::UsbBus::uninstall());
 }
 
