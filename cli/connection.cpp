@@ -1,28 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Connects to the readers on USB, or to the simulated one.
+// Connects to the readers and chooses among them.
 #include "cli/connection.h"
 
 #include "cli/configuration.h"
 #include "cli/device.h"
-#include "cli/diagnosis.h"
 #include "cli/output.h"
+#include "cli/place.h"
 #include "frame/zelTagAPI.h"
-#include "sim/demo.h"
 
 #include <fmt/format.h>
 
 namespace zel::cli {
 
 namespace {
-
-constexpr short kUsb = 0; // of SetDevTypeSrch()
-
-Outcome installSimulator() {
-    if (sim::installDemo())
-        return {};
-    return Failure{ExitCode::Failed, "the simulated reader can't be put in place of the real ones",
-                   "a device is still open in this process", ""};
-}
 
 std::string presentDevices() {
     const int count = GetDevCnt();
@@ -51,7 +41,7 @@ Failure severalReaders() {
 Failure unreadable() {
     const Device device = activeDevice();
     return {ExitCode::Failed, "the configuration of " + device.name + " can't be read",
-            "unplug it and plug it in again, then try `zeltag list`", device.name};
+            unreadableHint(device), device.name};
 }
 
 Failure noSettings() {
@@ -81,14 +71,12 @@ bool needsSettings(Need need) { return need == Need::Settings || need == Need::C
 bool warnsOfUnreadable(Need need) { return need == Need::Presence || need == Need::Choice; }
 
 Outcome connect(const Options& options, Need need) {
-    if (options.sim)
-        if (auto failure = installSimulator())
-            return failure;
-    SetDevTypeSrch(kUsb);
-    showProgress("reading the configuration of each reader");
+    if (auto failure = choosePlace(options))
+        return failure;
+    showProgress(whatIsAwaited(options));
     const bool complete = USBConnect(nullptr) == 1;
     if (GetDevCnt() == 0)
-        return explainNoReader(systemReaders());
+        return explainNothing(options);
     if (needsChoice(need) && !options.device && GetDevCnt() > 1)
         return severalReaders();
     if (!complete && warnsOfUnreadable(need))

@@ -10,12 +10,24 @@ namespace zel::cli {
 
 namespace {
 constexpr std::size_t kNameSize = 512; // what GetDevName() may write
+
+Place& devicePlace() {
+    static Place place;
+    return place;
 }
+
+} // namespace
+
+void setDevicePlace(const Place& place) { devicePlace() = place; }
 
 Device activeDevice() {
     char name[kNameSize] = "";
     GetDevName(name);
-    return {GetActDev(), name};
+    return {GetActDev(), name, devicePlace()};
+}
+
+std::string nameAndPath(const Device& device) {
+    return device.place.key == "port" ? device.name + " " + device.place.text : device.name;
 }
 
 std::string activeProduct() {
@@ -31,6 +43,11 @@ std::string activeProduct() {
     }
 }
 
-Json toJson(const Device& device) { return {{"index", device.index}, {"name", device.name}}; }
+Json toJson(const Device& device) {
+    Json object = {{"index", device.index}, {"name", device.name}};
+    if (!device.place.key.empty())
+        object[device.place.key] = device.place.text;
+    return object;
+}
 
 } // namespace zel::cli

@@ -35,6 +35,8 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
+        if (auto failure = demandUsb(options, "`zeltag dump`"))
+            return failure;
         const Connection connection(options);
         if (connection.failure())
             return connection.failure();

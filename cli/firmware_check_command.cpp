@@ -21,6 +21,8 @@ struct Finding {
 };
 
 Finding findingOn(const FirmwareFile& file, const Options& options) {
+    if (auto failure = demandUsb(options, "the check against a reader"))
+        return {{}, {}, failure};
     const Connection connection(options);
     if (connection.failure())
         return {{}, {}, connection.failure()};

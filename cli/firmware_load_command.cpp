@@ -48,6 +48,8 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
+        if (auto failure = demandUsb(options, "`zeltag firmware load`"))
+            return failure;
         if (!yes_ && !canAsk())
             return Failure{ExitCode::Usage, "a load replaces the firmware and nobody can be asked",
                            "add --yes to do it", ""};

@@ -121,7 +121,7 @@ public:
 
 private:
     static void print(Output& output) {
-        output.line(fmt::format("{:15} {}", "name", activeDevice().name));
+        output.line(fmt::format("{:15} {}", "name", nameAndPath(activeDevice())));
         for (const Fact& fact : facts())
             output.line(fmt::format("{:15} {}", fact.title, shown(fact.value)));
     }

@@ -35,6 +35,8 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
+        if (auto failure = demandUsb(options, "`zeltag keys load`"))
+            return failure;
         if (auto failure = whyDamaged(path_, FileKind::Keys))
             return failure;
         const int blobs = partsIn(path_, "[Blob");

@@ -52,7 +52,7 @@ void printTable(const std::vector<Row>& rows, Output& output) {
     std::size_t name = 4;
     std::size_t firmware = 8;
     for (const Row& row : rows) {
-        name = std::max(name, row.device.name.size());
+        name = std::max(name, nameAndPath(row.device).size());
         firmware = std::max(firmware, asText(row.firmware).size());
     }
     const auto line = [&](const auto&... column) {
@@ -60,7 +60,7 @@ void printTable(const std::vector<Row>& rows, Output& output) {
     };
     line("INDEX", "NAME", name, "PRODUCT", "LUID", "FIRMWARE", firmware, "CONFIGS");
     for (const Row& row : rows)
-        line(row.device.index, row.device.name, name, row.product, orDash(row.luid),
+        line(row.device.index, nameAndPath(row.device), name, row.product, orDash(row.luid),
              asText(row.firmware), firmware, orDash(row.configurations));
 }
 
@@ -92,7 +92,7 @@ public:
         const Connection connection(options);
         if (connection.failure())
             return connection.failure();
-        if (!options.sim)
+        if (options.isUsb() && !options.sim)
             for (const std::string& warning : warningsAbout(systemReaders()))
                 warn(warning);
         const auto rows = rowsOf(options);

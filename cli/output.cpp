@@ -7,12 +7,14 @@
 #include <nlohmann/json.hpp>
 #include <poll.h>
 #include <unistd.h>
+#include <utility>
 
 namespace zel::cli {
 
 namespace {
 bool gProgressDemanded = false;
-}
+std::size_t gColumns = 0; // of the remark in place
+} // namespace
 
 std::string toText(const Json& object) {
     return object.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -53,12 +55,14 @@ void showProgress(std::string_view text) {
 void showProgressInPlace(std::string_view text) {
     if (isatty(STDERR_FILENO) == 0)
         return showProgress(text);
-    const std::string whole = "\rzeltag: " + std::string(text);
+    const std::size_t before = std::exchange(gColumns, text.size());
+    const std::string rest(before > text.size() ? before - text.size() : 0, ' ');
+    const std::string whole = "\rzeltag: " + std::string(text) + rest;
     std::fwrite(whole.data(), 1, whole.size(), stderr);
 }
 
 void endProgress() {
-    if (isatty(STDERR_FILENO) != 0)
+    if (std::exchange(gColumns, 0) > 0 && isatty(STDERR_FILENO) != 0)
         std::fputc('\n', stderr);
 }
 

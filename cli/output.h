@@ -46,7 +46,7 @@ bool showsProgress();
 // A remark on stderr while something is awaited, where remarks on progress are shown.
 void showProgress(std::string_view text);
 
-// One that takes the place of the one before it on a terminal, and its end.
+// One that takes the place of the one before it on a terminal; its end, nothing where none is.
 void showProgressInPlace(std::string_view text);
 void endProgress();
 

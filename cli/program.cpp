@@ -45,7 +45,8 @@ struct FamilyText {
 constexpr FamilyText kFamilies[] = {{"config", "Show and change a reader's settings"},
                                     {"file", "Check the files that readers are given"},
                                     {"keys", "Give keys to a reader"},
-                                    {"firmware", "Check and load a reader's firmware"}};
+                                    {"firmware", "Check and load a reader's firmware"},
+                                    {"net", "Look for network bridges"}};
 
 const char* summaryOf(std::string_view name) {
     const auto* const family =
@@ -77,6 +78,8 @@ public:
             return end(stop, output);
         }
         demandProgress(options_.progress);
+        if (auto failure = contradictionIn(options_))
+            return failure;
         return chosen_ ? chosen_->run(options_, output) : noCommand();
     }
 

@@ -11,12 +11,14 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
+#include <span>
 
 namespace zel::cli {
 
 namespace {
 
 constexpr std::size_t kReportSize = 8;
+constexpr std::size_t kFrameSize = 5; // on a byte stream: class byte, instruction, three more
 
 using Report = std::array<std::uint8_t, kReportSize>;
 
@@ -35,14 +37,16 @@ Failure noByte(const std::string& word) {
             "write it in hexadecimal, such as 8F or 0x8F", ""};
 }
 
-Failure tooLong(std::size_t count) {
-    return {ExitCode::Usage, fmt::format("a report has {} bytes, not {}", kReportSize, count),
-            "give 1 to 8; those left out are zero", ""};
+Failure tooLong(std::size_t count, std::size_t most) {
+    return {ExitCode::Usage,
+            fmt::format("a {} has {} bytes, not {}", most == kFrameSize ? "frame" : "report", most,
+                        count),
+            fmt::format("give 1 to {}; those left out are zero", most), ""};
 }
 
-Outcome parse(const std::vector<std::string>& words, Report& report) {
-    if (words.size() > report.size())
-        return tooLong(words.size());
+Outcome parse(const std::vector<std::string>& words, std::size_t most, Report& report) {
+    if (words.size() > most)
+        return tooLong(words.size(), most);
     for (std::size_t index = 0; index < words.size(); ++index) {
         const auto byte = byteIn(words[index]);
         if (!byte)
@@ -60,11 +64,13 @@ bool exchange(const Report& report) {
     return sent;
 }
 
-Report reply() {
+// The library keeps a report behind the place of its ID; a stream's reply has none.
+Report reply(bool isReport) {
+    const std::size_t first = isReport ? 1 : 0;
     Report bytes;
     for (std::size_t index = 0; index < bytes.size(); ++index)
         bytes[index] =
-            static_cast<std::uint8_t>(GetRawPayload_index(static_cast<short>(index + 1)));
+            static_cast<std::uint8_t>(GetRawPayload_index(static_cast<short>(first + index)));
     return bytes;
 }
 
@@ -74,7 +80,9 @@ Failure exchangeFailed(const Device& device) {
             device.name};
 }
 
-std::string digitsOf(const Report& report) { return fmt::format("{:02X}", fmt::join(report, " ")); }
+std::string digitsOf(std::span<const std::uint8_t> bytes) {
+    return fmt::format("{:02X}", fmt::join(bytes, " "));
+}
 
 class RawCommand : public Command {
 public:
@@ -85,14 +93,16 @@ public:
 
     void addOptions(CLI::App& app) override {
         app.add_option("BYTE", words_,
-                       "The report, in hexadecimal with or without 0x; bytes left out are zero")
+                       "The report, or up to five bytes of a frame with --port or --tcp, in "
+                       "hexadecimal with or without 0x; bytes left out are zero")
             ->option_text("...")
             ->required();
     }
 
     Outcome run(const Options& options, Output& output) override {
         Report report = {};
-        if (auto failure = parse(words_, report))
+        const std::size_t size = options.isUsb() ? kReportSize : kFrameSize;
+        if (auto failure = parse(words_, size, report))
             return failure;
         const Connection connection(options, Need::Choice);
         if (connection.failure())
@@ -100,19 +110,20 @@ public:
         const Device device = activeDevice();
         if (!exchange(report))
             return exchangeFailed(device);
-        tell(report, device, options, output);
+        tell(std::span(report).first(size), device, options, output);
         return {};
     }
 
 private:
-    static void tell(const Report& report, const Device& device, const Options& options,
-                     Output& output) {
+    static void tell(std::span<const std::uint8_t> sent, const Device& device,
+                     const Options& options, Output& output) {
+        const Report answer = reply(options.isUsb());
         if (options.json) {
-            output.object(Json{{"device", toJson(device)}, {"sent", report}, {"reply", reply()}});
+            output.object(Json{{"device", toJson(device)}, {"sent", sent}, {"reply", answer}});
             return;
         }
-        output.line("sent   " + digitsOf(report));
-        output.line("reply  " + digitsOf(reply()));
+        output.line("sent   " + digitsOf(sent));
+        output.line("reply  " + digitsOf(answer));
     }
 
     std::vector<std::string> words_;

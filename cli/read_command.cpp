@@ -59,7 +59,7 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
-        if (auto failure = contradiction())
+        if (auto failure = contradiction(options))
             return failure;
         const Connection connection(options);
         if (connection.failure())
@@ -73,7 +73,7 @@ public:
     }
 
 private:
-    Outcome contradiction() const {
+    Outcome contradiction(const Options& options) const {
         if (watch_ && wait_ > 0)
             return Failure{ExitCode::Usage, "--watch and --wait don't go together",
                            "--watch waits for every card", ""};
@@ -83,7 +83,7 @@ private:
                                        queued_ ? "--queued" : "--card-data",
                                        watch_ ? "--watch" : "--wait"),
                            "it prints what the reader holds at this moment", ""};
-        return {};
+        return cardData_ ? demandUsb(options, "--card-data") : Outcome();
     }
 
     Width width() const { return long_ ? Width::Whole : Width::AsNeeded; }

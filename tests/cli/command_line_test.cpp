@@ -25,7 +25,7 @@ void PrintTo(const CommandRun& run, std::ostream* stream) {
     *stream << cli::codeName(run.exit) << "\nstdout: " << run.out << "\nstderr: " << run.err;
 }
 
-CommandRun CommandLineTest::run(const std::vector<const char*>& arguments) {
+CommandRun runCommand(const std::vector<const char*>& arguments) {
     std::vector<const char*> argv = {"zeltag"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
     ::testing::internal::CaptureStdout();

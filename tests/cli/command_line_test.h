@@ -20,9 +20,13 @@ struct CommandRun {
 
 void PrintTo(const CommandRun& run, std::ostream* stream);
 
+CommandRun runCommand(const std::vector<const char*>& arguments);
+
 class CommandLineTest : public LibraryTest {
 protected:
-    static CommandRun run(const std::vector<const char*>& arguments);
+    static CommandRun run(const std::vector<const char*>& arguments) {
+        return runCommand(arguments);
+    }
 
     // How many replies a connect to what is plugged in asks for.
     static int connectReplies();

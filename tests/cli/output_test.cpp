@@ -2,6 +2,8 @@
 // Results that can't be delivered, and descriptors that must not pass to a device.
 #include "cli/output.h"
 
+#include "tests/cli/terminal.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -56,6 +58,17 @@ TEST_F(OutputToPipe, LinesBehindAFailedOneStayUnwritten) {
     EXPECT_EQ(output.error(), EAGAIN);
     EXPECT_LT(read(end_[0], filling, sizeof filling), 0) << filling;
     close(end_[0]);
+}
+
+TEST(ProgressInPlace, CoversALongerRemarkAndEndsOnce) {
+    const test::Terminal terminal(STDERR_FILENO);
+    showProgressInPlace("host 10");
+    showProgressInPlace("host 9");
+    endProgress();
+    endProgress();
+    warn("behind it");
+    EXPECT_EQ(terminal.shownLine(), "\rzeltag: host 10\rzeltag: host 9 \r\n");
+    EXPECT_EQ(terminal.shownLine(), "zeltag: behind it\r\n");
 }
 
 // What is opened next must not become stdout, or a device would receive the results as its data.

@@ -44,6 +44,9 @@ TEST(Program, HelpGroupsTheCommandsAndShowsAnExampleEach) {
               "Firmware:\n"
               "  firmware              Check and load a reader's firmware\n"
               "\n"
+              "Network:\n"
+              "  net                   Look for network bridges\n"
+              "\n"
               "Support:\n"
               "  raw                   Send a report of up to eight bytes and print the reply\n"
               "  dump                  Write all reports of a reader to a file\n"
@@ -66,6 +69,9 @@ TEST(Program, HelpGroupsTheCommandsAndShowsAnExampleEach) {
               "  zeltag keys load keys.ini --device 0\n"
               "  zeltag firmware check examples/firmware.hex --sim\n"
               "  zeltag firmware load examples/firmware.hex --yes --sim\n"
+              "  zeltag net find 10.0.0.1-20\n"
+              "  zeltag net mac 10.0.0.17\n"
+              "  zeltag net my-ip\n"
               "  zeltag raw 8A --sim\n"
               "  zeltag dump reader.txt --sim\n"
               "\n"
@@ -77,7 +83,8 @@ TEST(Program, HelpOfACommandShowsItsOptionsAndAnExample) {
     EXPECT_EQ(run.exit, 0);
     for (const char* part :
          {"--watch", "--wait SECONDS", "--long", "--queued", "--card-data", "--json", "--sim",
-          "--progress", "--device N", "Example:\n  zeltag read --sim --watch\n"})
+          "--progress", "--device N", "--port PATH", "--baud N", "--tcp HOST[:PORT]", "--ascii",
+          "Example:\n  zeltag read --sim --watch\n"})
         EXPECT_TRUE(contains(run.out, part)) << part;
 }
 
@@ -176,7 +183,45 @@ INSTANTIATE_TEST_SUITE_P(
                    "zeltag: \"0x-1\" is no byte; write it in hexadecimal, such as 8F or 0x8F"},
         WrongUsage{{"raw", "1", "2", "3", "4", "5", "6", "7", "8", "9"},
                    "zeltag: a report has 8 bytes, not 9; give 1 to 8; those left out are zero"},
-        WrongUsage{{"dump"}, "zeltag: FILE is required; `zeltag dump --help` shows how"}));
+        WrongUsage{{"dump"}, "zeltag: FILE is required; `zeltag dump --help` shows how"},
+        WrongUsage{{"list", "--port", "ttyUSB0"},
+                   "zeltag: --port: \"ttyUSB0\" is no path of a device; write it as /dev/ttyUSB0; "
+                   "`zeltag list --help` shows how"},
+        WrongUsage{{"list", "--port", "/dev/ttyUSB0", "--baud", "300"},
+                   "zeltag: --baud: 300 is none of 9600, 19200, 38400, 57600, 115200; "
+                   "`zeltag list --help` shows how"},
+        WrongUsage{{"list", "--tcp", "door:0"},
+                   "zeltag: --tcp: \"door:0\" is no host; write it as 10.0.0.17, as a name, or "
+                   "with a port as 10.0.0.17:10001; `zeltag list --help` shows how"},
+        WrongUsage{{"list", "--tcp", "10.0.0.0"},
+                   "zeltag: 10.0.0.0 stands for a whole network; give the address of one host; "
+                   "`zeltag net find` looks for bridges"},
+        WrongUsage{{"list", "--port", "/dev/ttyUSB0", "--tcp", "door"},
+                   "zeltag: --port and --tcp don't go together; "
+                   "a reader is in one place: leave one of them out"},
+        WrongUsage{{"--sim", "list", "--port", "/dev/ttyUSB0"},
+                   "zeltag: --sim and --port don't go together; "
+                   "a reader is in one place: leave one of them out"},
+        WrongUsage{{"--tcp", "door", "list", "--sim"},
+                   "zeltag: --sim and --tcp don't go together; "
+                   "a reader is in one place: leave one of them out"},
+        WrongUsage{{"list", "--baud", "9600"},
+                   "zeltag: --baud needs --port; it is about a reader's byte stream, which there "
+                   "is none of on USB"},
+        WrongUsage{{"list", "--baud", "9600", "--tcp", "door"},
+                   "zeltag: --baud needs --port; the bridge has a speed of its own"},
+        WrongUsage{{"list", "--ascii", "--sim"},
+                   "zeltag: --ascii needs --port or --tcp; it is about a reader's byte stream, "
+                   "which there is none of on USB"},
+        WrongUsage{{"net"}, "zeltag: no command given; `zeltag net --help` lists them"},
+        WrongUsage{{"net", "find"},
+                   "zeltag: HOSTS is required; `zeltag net find --help` shows how"},
+        WrongUsage{{"net", "find", "10.0.0.0-9"},
+                   "zeltag: HOSTS: \"10.0.0.0-9\" is no range of hosts; write it as 10.0.0.1-20, "
+                   "of 1 to 254; `zeltag net find --help` shows how"},
+        WrongUsage{{"net", "mac", "10.0.0.0"},
+                   "zeltag: 10.0.0.0 stands for a whole network; give the address of one host; "
+                   "`zeltag net find` looks for bridges"}));
 
 TEST(Usage, IsAnObjectOnStdoutTooWithJson) {
     const Ended run = runZeltag({"read", "--wait", "x", "--json"});

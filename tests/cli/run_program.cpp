@@ -63,10 +63,12 @@ void PrintTo(const Ended& run, std::ostream* stream) {
     *stream << "exit " << run.exit << "\nstdout: " << run.out << "\nstderr: " << run.err;
 }
 
-RunningProgram::RunningProgram(const Arguments& arguments, Stdout where) {
-    std::string name = ZELTAG_PROGRAM;
+RunningProgram::RunningProgram(const Arguments& arguments, Stdout where)
+    : RunningProgram(ZELTAG_PROGRAM, arguments, where) {}
+
+RunningProgram::RunningProgram(std::string program, const Arguments& arguments, Stdout where) {
     Arguments copies = arguments;
-    std::vector<char*> argv = {name.data()};
+    std::vector<char*> argv = {program.data()};
     for (std::string& argument : copies)
         argv.push_back(argument.data());
     argv.push_back(nullptr);
@@ -80,7 +82,7 @@ RunningProgram::RunningProgram(const Arguments& arguments, Stdout where) {
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     useDefaultSignals(attributes);
-    if (posix_spawn(&process_, name.c_str(), &actions, &attributes, argv.data(), environ) != 0)
+    if (posix_spawn(&process_, program.c_str(), &actions, &attributes, argv.data(), environ) != 0)
         std::abort();
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);

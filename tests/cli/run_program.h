@@ -25,6 +25,8 @@ enum class Stdout { Captured, FullDisk, Closed, PipeWithoutReader };
 class RunningProgram {
 public:
     explicit RunningProgram(const Arguments& arguments, Stdout where = Stdout::Captured);
+    RunningProgram(std::string program, const Arguments& arguments,
+                   Stdout where = Stdout::Captured);
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;

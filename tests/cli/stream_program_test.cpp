@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// The program on a byte stream in real time: a line that nobody is at, and the simulator's bridge
+// program.
+#include "tests/cli/pseudo_line.h"
+#include "tests/cli/run_program.h"
+#include "tests/support/loopback.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zel::test {
+
+namespace {
+
+using nlohmann::json;
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+std::string hostText(std::uint8_t lastByte) {
+    std::string text;
+    for (const int byte : loopbackHost(lastByte))
+        text += (text.empty() ? "" : ".") + std::to_string(byte);
+    return text;
+}
+
+// The bridge program on a free port of this test's own address.
+class BridgeProcess {
+public:
+    explicit BridgeProcess(Arguments arguments = {}) : program_(ZELSIM_BRIDGE, all(arguments)) {
+        place_ =
+            hostText(1) + ":" +
+            std::to_string(json::parse(program_.readLine()).at("listening").at("port").get<int>());
+    }
+
+    const std::string& place() const { return place_; }
+    Ended run(Arguments arguments) const {
+        arguments.insert(arguments.end(), {"--tcp", place_});
+        return runZeltag(arguments);
+    }
+
+private:
+    static Arguments all(Arguments& arguments) {
+        arguments.insert(arguments.end(), {"--listen", hostText(1), "--port", "0", "--json"});
+        return arguments;
+    }
+
+    RunningProgram program_;
+    std::string place_;
+};
+
+std::string silentBridge(const std::string& place) {
+    const std::size_t colon = place.find(':');
+    return "zeltag: " + place.substr(0, colon) + " port " + place.substr(colon + 1) +
+           " takes the connection, but no reader answers behind it; check the cable between the "
+           "two, the speed that the bridge is set to, and that no other program uses the bridge\n";
+}
+
+TEST(LineWithoutReader, IsNoDeviceAndTellsTheSpeed) {
+    const PseudoLine line;
+    EXPECT_EQ(runZeltag({"list", "--port", line.path(), "--baud", "19200"}),
+              (Ended{69, "",
+                     "zeltag: no reader answers on " + line.path() +
+                         " at 19200 baud; check its cable and power, and that no other program has "
+                         "the line open; a reader set to another speed needs --baud\n"}));
+}
+
+TEST(BridgeAndProgram, ReaderIsListed) {
+    const BridgeProcess bridge;
+    const Ended listed = bridge.run({"list", "--json"});
+    EXPECT_EQ(listed.exit, 0) << listed.err;
+    const json device = json::parse(listed.out).at("devices").at(0);
+    EXPECT_EQ(device.at("address"), bridge.place());
+    EXPECT_EQ(device.at("luid"), 7);
+}
+
+TEST(BridgeAndProgram, CardIsRead) {
+    const BridgeProcess bridge;
+    const Ended read = bridge.run({"read", "--wait", "5"});
+    EXPECT_EQ(read.exit, 0) << read.err;
+    EXPECT_TRUE(read.out.starts_with("card   26 bits  0x02341B70  MAC:00:20:4A:00:00:07 "))
+        << read.out;
+}
+
+TEST(BridgeAndProgram, SettingsAreShown) {
+    const BridgeProcess bridge;
+    const Ended shown = bridge.run({"config", "show", "--json"});
+    EXPECT_EQ(shown.exit, 0) << shown.err;
+    EXPECT_EQ(json::parse(shown.out).at("records").at("TimeParms").at("iIDHoldTO").at("value"),
+              1000);
+}
+
+TEST(BridgeAndProgram, AreFoundAndTheSearchEndsWithCtrlC) {
+    const BridgeProcess bridge;
+    RunningProgram search({"net", "find", hostText(1) + "-254"});
+    EXPECT_TRUE(contains(search.readLine(), "MAC 00:20:4A:00:00:07  try: zeltag list --tcp "));
+    search.send(SIGINT);
+    EXPECT_EQ(search.finish(), (Ended{130, "", ""}));
+}
+
+// What the library makes of a read is the size of the last piece alone.
+TEST(BridgeAndProgram, BytesInPiecesFailTheRead) {
+    const BridgeProcess bridge({"--fault", "dribble"});
+    const Ended read = bridge.run({"read"});
+    EXPECT_EQ(read.exit, 1);
+    EXPECT_TRUE(contains(read.err, " failed (library error 0x1000000); ")) << read.err;
+}
+
+class FaultyBridge : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(FaultyBridge, HasNoReaderThatAnswers) {
+    const BridgeProcess bridge({"--fault", GetParam()});
+    EXPECT_EQ(bridge.run({"list"}), (Ended{69, "", silentBridge(bridge.place())}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FaultyBridge,
+                         ::testing::Values("silence", "close", "reset", "wrong-status",
+                                           "wrong-procedure", "short-data", "garbage"),
+                         [](const auto& kind) {
+                             std::string name = kind.param;
+                             std::erase(name, '-');
+                             return name;
+                         });
+
+} // namespace
+
+} // namespace zel::test
