@@ -15,7 +15,9 @@ constexpr std::size_t kNameOfLine = ZELTAGAPI_NAME_SIZE - 1;
 
 // Fills 511 characters, with zeros behind the name.
 int takeNameOfLine(const tsDevDat& record, char* name) {
-    std::strncpy(name, record.szDevName, kNameOfLine);
+    const std::size_t length = strnlen(record.szDevName, kNameOfLine);
+    std::memcpy(name, record.szDevName, length);
+    std::memset(name + length, 0, kNameOfLine - length);
     return record.pPort ? static_cast<int>(record.pPort->port()) : 0;
 }
 
