@@ -4,6 +4,7 @@
 #include "cfgfile/tag_body.h"
 #include "cfgfile/tag_file.h"
 #include "cfgfile/tag_tables.h"
+#include "cfgfile/text_lines.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -15,30 +16,6 @@ using namespace zel::cfgfile;
 namespace {
 
 constexpr int kFieldDataSize = sizeof(uSFD);
-
-// Lines of at most 127 characters; the rest of a longer one is a line of its own.
-class Lines {
-public:
-    explicit Lines(std::FILE* file) : file_(file) {}
-
-    // The next line without its leading blanks; null at the end of the file. Control characters and
-    // all bytes above 0x7F count as blanks.
-    char* next() {
-        std::memset(line_, 0, sizeof line_);
-        if (!std::fgets(line_, sizeof line_, file_))
-            return nullptr;
-        char* text = line_;
-        while (*text != '\0' && static_cast<signed char>(*text) <= ' ')
-            ++text;
-        return text;
-    }
-
-private:
-    std::FILE* file_;
-    char line_[128] = {};
-};
-
-bool isComment(const char* text) { return *text == '\0' || *text == '/' || *text == ':'; }
 
 // A line of the field data's name and a word marks the block, in any order.
 bool marks(const char* text, const char* word) {
@@ -89,13 +66,10 @@ private:
     }
 
     void takeSetting(char* text) {
-        constexpr char kBetween[] = ", =\t";
-        char* rest = nullptr;
-        const char* const key = strtok_r(text, kBetween, &rest);
-        const char* const value = key ? strtok_r(nullptr, kBetween, &rest) : nullptr;
-        unsigned short number = 0;
-        if (value && std::sscanf(value, "%hu", &number) == 1)
-            found_ |= ProcessFCfgTokenVal(key, static_cast<short>(number), &config_) != 0;
+        const KeyValue setting = keyValueIn(text);
+        if (setting.key)
+            found_ |=
+                ProcessFCfgTokenVal(setting.key, static_cast<short>(setting.value), &config_) != 0;
     }
 
     tsTagCfg& config_;

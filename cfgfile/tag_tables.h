@@ -41,7 +41,4 @@ constexpr std::array<Section, 10> kSections = {{
 constexpr char kTitle[] = "--- zelTag and OEM Reader Configuration Template File ---";
 constexpr char kFieldData[] = "sFldSepData";
 
-// An application may have put anything into the tables.
-inline const char* textOf(const char* text) { return text ? text : ""; }
-
 } // namespace zel::cfgfile

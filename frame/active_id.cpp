@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The exported card reads: which family serves, and the short-lived copy of the last identifier.
 #include "base/runtime.h"
+#include "family/band/band.h"
+#include "family/echo/echo.h"
 #include "family/tag/tag.h"
+#include "frame/dispatch.h"
 #include "frame/lock.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
@@ -46,21 +49,31 @@ int repeatId(unsigned char* buffer, std::size_t size) {
     return lastIdBits();
 }
 
+// The family's read of the active device, or the unsupported value.
 using Reader = int (*)(unsigned char*, short);
+
+int readFamily(unsigned char* buffer, short size) {
+    return forFamily(zeltag_GetActiveID, zelband_GetActiveID, zelecho_GetActiveID, buffer, size);
+}
+
+int readFamily32(unsigned char* buffer, short size) {
+    return forFamily(zeltag_GetActiveID32, zelband_GetActiveID32, zelecho_GetActiveID32, buffer,
+                     size);
+}
 
 // Reads from the device and keeps 32 bytes of the buffer as the last identifier. With activeIDBuf
 // itself as the buffer there is nothing to keep.
-int readDevice(Reader tagRead, unsigned char* buffer, short size) {
-    if (activeRecord().iProduct != kTag)
+int readDevice(Reader read, unsigned char* buffer, short size) {
+    if (!isServed())
         return unsupportedValue();
-    const int bits = tagRead(buffer, size);
+    const int bits = read(buffer, size);
     if (buffer)
         std::memmove(activeIDBuf, buffer, sizeof activeIDBuf);
     setLastIdBits(bits);
     return bits;
 }
 
-int readId(Reader tagRead, unsigned char* buffer, short size) {
+int readId(Reader read, unsigned char* buffer, short size) {
     const LibraryLock lock;
     if (!hasActiveDevice())
         return unsupportedValue();
@@ -72,11 +85,11 @@ int readId(Reader tagRead, unsigned char* buffer, short size) {
     case Source::Device:
         break;
     }
-    return readDevice(tagRead, buffer, size);
+    return readDevice(read, buffer, size);
 }
 
 // The same choice for callers without a buffer; the device read takes the lock further in.
-int readIdIntoOwnBuffer(int (*tagRead)(short), short size) {
+int readIdIntoOwnBuffer(int (*read)(short), short size) {
     if (!hasActiveDevice())
         return unsupportedValue();
     switch (chooseSource(activeRecord())) {
@@ -87,7 +100,7 @@ int readIdIntoOwnBuffer(int (*tagRead)(short), short size) {
     case Source::Device:
         break;
     }
-    return activeRecord().iProduct == kTag ? tagRead(size) : unsupportedValue();
+    return read(size);
 }
 
 // The index that equals the size of the last read is let through.
@@ -98,19 +111,27 @@ int activeIdByte(short index) {
 
 } // namespace
 
-int GetActiveID(unsigned char* buffer, short size) {
-    return readId(zeltag_GetActiveID, buffer, size);
+int GetActiveID(unsigned char* buffer, short size) { return readId(readFamily, buffer, size); }
+
+int GetActiveID32(unsigned char* buffer, short size) { return readId(readFamily32, buffer, size); }
+
+int getActiveID(short size) {
+    return readIdIntoOwnBuffer(
+        [](short wanted) {
+            return forFamily(zeltag_getActiveID, zelband_getActiveID, zelecho_getActiveID, wanted);
+        },
+        size);
 }
 
-int GetActiveID32(unsigned char* buffer, short size) {
-    return readId(zeltag_GetActiveID32, buffer, size);
+int getActiveID32(short size) {
+    return readIdIntoOwnBuffer(
+        [](short wanted) {
+            return forFamily(zeltag_getActiveID32, zelband_getActiveID32, zelecho_getActiveID32,
+                             wanted);
+        },
+        size);
 }
-
-int getActiveID(short size) { return readIdIntoOwnBuffer(zeltag_getActiveID, size); }
-
-int getActiveID32(short size) { return readIdIntoOwnBuffer(zeltag_getActiveID32, size); }
 
 int getActiveID_byte(short index) {
-    const bool served = hasActiveDevice() && activeRecord().iProduct == kTag;
-    return served ? activeIdByte(index) : unsupportedValue();
+    return forFamily(activeIdByte, zelband_getActiveID_byte, zelecho_getActiveID_byte, index);
 }

@@ -1,81 +1,96 @@
 // SPDX-License-Identifier: MIT
-// The exported calls of magnetic stripe readers: nothing serves them yet.
-#include "frame/state.h"
+// The exported calls of magnetic stripe readers.
+#include "family/band/band.h"
+#include "frame/dispatch.h"
 #include "frame/zelTagBand.h"
 
-using zel::unsupportedValue;
+using namespace zel;
 
-int zelBandIsDataAvailable() { return unsupportedValue(); }
+namespace {
 
-int zelBandClearDataAvailable() { return unsupportedValue(); }
-
-// A command without a test; there is none to send yet.
-int zelBandClearOverrun() { return 0; }
-
-char* zelBandGetTrackData(unsigned short, short) { return nullptr; }
-
-unsigned char zelBandGetTrackData_BYTE(unsigned short, short, unsigned short) {
-    return static_cast<unsigned char>(unsupportedValue());
+// Calls the operation when such a reader is active; else the result given, or the unsupported
+// value.
+template <class Result, class... Parameters, class... Arguments>
+Result forBandOr(Result otherwise, Result (*operation)(Parameters...), Arguments... arguments) {
+    return activeProduct() == kBand ? operation(arguments...) : otherwise;
 }
 
-char* zelBandGetTrackFieldOffset(unsigned short, unsigned short, unsigned short, unsigned short,
-                                 unsigned short, short) {
-    return nullptr;
+template <class Result, class... Parameters, class... Arguments>
+Result forBand(Result (*operation)(Parameters...), Arguments... arguments) {
+    return forBandOr(static_cast<Result>(unsupportedValue()), operation, arguments...);
 }
 
-int zelBandSetActiveID(unsigned short, unsigned short, unsigned short, unsigned short) {
-    return unsupportedValue();
+constexpr char* kNoText = nullptr;
+
+} // namespace
+
+int zelBandIsDataAvailable() { return forBand(zelband_IsDataAvailable); }
+
+int zelBandClearDataAvailable() { return forBand(zelband_ClearDataAvailable); }
+
+int zelBandClearOverrun() { return zelband_ClearOverrun(); }
+
+char* zelBandGetTrackData(unsigned short track, short convert) {
+    return forBandOr(kNoText, zelband_GetTrackData, track, convert);
 }
 
-int zelBandSetTrackEnables(unsigned short) { return unsupportedValue(); }
-int zelBandGetTrackEnables() { return unsupportedValue(); }
-
-int zelBandSetFieldEnable(unsigned short, short) { return unsupportedValue(); }
-int zelBandGetFieldEnable(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldSkip(unsigned short, short) { return unsupportedValue(); }
-int zelBandGetFieldSkip(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldTrack(unsigned short, unsigned short) { return unsupportedValue(); }
-int zelBandGetFieldTrack(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldMagField(unsigned short, unsigned short) { return unsupportedValue(); }
-int zelBandGetFieldMagField(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldOffset(unsigned short, unsigned short) { return unsupportedValue(); }
-int zelBandGetFieldOffset(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldLength(unsigned short, unsigned short) { return unsupportedValue(); }
-int zelBandGetFieldLength(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldTerm(unsigned short, unsigned short) { return unsupportedValue(); }
-int zelBandGetFieldTerm(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldShowSepSen(unsigned short, short) { return unsupportedValue(); }
-int zelBandGetFieldShowSepSen(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldShowLRC(unsigned short, short) { return unsupportedValue(); }
-int zelBandGetFieldShowLRC(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldIgnoreLRC(unsigned short, short) { return unsupportedValue(); }
-int zelBandGetFieldIgnoreLRC(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldKeyCount(unsigned short, unsigned short) { return unsupportedValue(); }
-int zelBandGetFieldKeyCount(unsigned short) { return unsupportedValue(); }
-
-int zelBandSetFieldKeydata(unsigned short, unsigned short, unsigned short) {
-    return unsupportedValue();
+unsigned char zelBandGetTrackData_BYTE(unsigned short track, short convert, unsigned short index) {
+    return forBand(zelband_GetTrackData_BYTE, track, convert, index);
 }
-int zelBandGetFieldKeydata(unsigned short, unsigned short) { return unsupportedValue(); }
 
-int zelBandSetLED(unsigned short, short) { return unsupportedValue(); }
-int zelBandGetLED(unsigned short) { return unsupportedValue(); }
+char* zelBandGetTrackFieldOffset(unsigned short track, unsigned short field, unsigned short offset,
+                                 unsigned short length, unsigned short term, short convert) {
+    return forBandOr(kNoText, zelband_GetTrackFieldOffset, track, field, offset, length, term,
+                     convert);
+}
 
-int zelBandSetBeeper(unsigned short, unsigned short, short) { return unsupportedValue(); }
-int zelBandGetBeeper(unsigned short) { return unsupportedValue(); }
+int zelBandSetActiveID(unsigned short track, unsigned short field, unsigned short offset,
+                       unsigned short term) {
+    return forBand(zelband_SetActiveID, track, field, offset, term);
+}
 
-int64_t zelBandGetSystemUptime() { return unsupportedValue(); }
+int zelBandSetTrackEnables(unsigned short bits) { return forBand(zelband_SetTrackEnables, bits); }
+int zelBandGetTrackEnables() { return forBand(zelband_GetTrackEnables); }
 
-int64_t zelBandGetSystemCardsRead() { return unsupportedValue(); }
+#define ZEL_FLAG(call, word)                                                                       \
+    int zelBandSetField##call(unsigned short field, short value) {                                 \
+        return forBand(zelband_SetField##call, field, value);                                      \
+    }                                                                                              \
+    int zelBandGetField##call(unsigned short field) {                                              \
+        return forBand(zelband_GetField##call, field);                                             \
+    }
+#define ZEL_NUMBER(call, word)                                                                     \
+    int zelBandSetField##call(unsigned short field, unsigned short value) {                        \
+        return forBand(zelband_SetField##call, field, value);                                      \
+    }                                                                                              \
+    int zelBandGetField##call(unsigned short field) {                                              \
+        return forBand(zelband_GetField##call, field);                                             \
+    }
+#include "family/band/user_fields.def"
+#undef ZEL_FLAG
+#undef ZEL_NUMBER
 
-int zelBandGetSystemInternalCount(int) { return unsupportedValue(); }
+int zelBandSetFieldKeydata(unsigned short field, unsigned short index, unsigned short value) {
+    return forBand(zelband_SetFieldKeydata, field, index, value);
+}
+int zelBandGetFieldKeydata(unsigned short field, unsigned short index) {
+    return forBand(zelband_GetFieldKeydata, field, index);
+}
+
+int zelBandSetLED(unsigned short index, short colour) {
+    return forBand(zelband_SetLED, index, colour);
+}
+int zelBandGetLED(unsigned short index) { return forBand(zelband_GetLED, index); }
+
+int zelBandSetBeeper(unsigned short kind, unsigned short count, short isLong) {
+    return forBand(zelband_SetBeeper, kind, count, isLong);
+}
+int zelBandGetBeeper(unsigned short kind) { return forBand(zelband_GetBeeper, kind); }
+
+int64_t zelBandGetSystemUptime() { return forBand(zelband_GetSystemUptime); }
+
+int64_t zelBandGetSystemCardsRead() { return forBand(zelband_GetSystemCardsRead); }
+
+int zelBandGetSystemInternalCount(int index) {
+    return forBand(zelband_GetSystemInternalCount, index);
+}

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The exported calls on a whole configuration.
+#include "family/band/band.h"
+#include "family/echo/echo.h"
 #include "family/tag/multi_config.h"
 #include "family/tag/read_config.h"
 #include "family/tag/write_config.h"
@@ -20,19 +22,28 @@ constexpr int kFactory = 3;
 
 int ReadCfg() {
     const LibraryLock lock;
-    return hasActiveDevice() ? forTag(zeltag_ReadCfg) : 0;
+    return hasActiveDevice() ? forFamily(zeltag_ReadCfg, zelband_ReadCfg, zelecho_ReadCfg) : 0;
 }
 
 int WriteCfg() {
     const LibraryLock lock;
-    return hasActiveDevice() ? forTag(zeltag_WriteCfg) : 0;
+    return hasActiveDevice() ? forFamily(zeltag_WriteCfg, zelband_WriteCfg, zelecho_WriteCfg) : 0;
 }
 
-int ResetFactoryDflts() { return forTag(zeltag_ResetFactoryDflts); }
+int ResetFactoryDflts() {
+    return forFamily(zeltag_ResetFactoryDflts, zelband_ResetFactoryDflts,
+                     zelecho_ResetFactoryDflts);
+}
 
-int ResetUserDflts() { return forTag(PlusBlockMove, kUser, kCurrent); }
+int ResetUserDflts() {
+    return activeProduct() == kEcho ? zelecho_ResetUserDflts()
+                                    : forTag(PlusBlockMove, kUser, kCurrent);
+}
 
-int SaveUserDflts() { return forTag(PlusBlockMove, kCurrent, kUser); }
+int SaveUserDflts() {
+    return activeProduct() == kEcho ? zelecho_SaveUserDflts()
+                                    : forTag(PlusBlockMove, kCurrent, kUser);
+}
 
 int zelTagPlusDefaults() {
     forTag(PlusBlockMove, kFactory, kUser);

@@ -31,6 +31,7 @@ int USBDisconnect() {
     const LibraryLock lock;
     for (tsDevDat& record : DevDat)
         release(record);
+    freeAllPorts();
     iActDev = 0;
     iDevsFnd = 0;
     listIndex = 0;

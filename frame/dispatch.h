@@ -4,6 +4,8 @@
 
 #include "frame/state.h"
 
+#include <type_traits>
+
 namespace zel {
 
 // Calls the proximity reader's operation when such a reader is active; else the unsupported value.
@@ -17,6 +19,32 @@ auto forTag(Operation operation, Arguments... arguments) {
 template <class Result, class Operation, class... Arguments>
 Result forTagOr(Result otherwise, Operation operation, Arguments... arguments) {
     return hasActiveTag() ? operation(arguments...) : otherwise;
+}
+
+// Whether one of the families serves the active device.
+inline bool isServed() {
+    const std::uint32_t product = activeProduct();
+    return product == kTag || product == kBand || product == kEcho;
+}
+
+// Calls the operation of the active device's family, where that has one; a null one stands for
+// none. Else the result given, or the unsupported value.
+template <class Result, class... Parameters, class... Arguments>
+Result forFamilyOr(Result otherwise, Result (*tag)(Parameters...),
+                   std::type_identity_t<Result (*)(Parameters...)> band,
+                   std::type_identity_t<Result (*)(Parameters...)> echo, Arguments... arguments) {
+    const std::uint32_t product = activeProduct();
+    const auto operation = product == kTag    ? tag
+                           : product == kBand ? band
+                           : product == kEcho ? echo
+                                              : nullptr;
+    return operation ? operation(arguments...) : otherwise;
+}
+
+template <class Result, class... Parameters, class... Arguments>
+Result forFamily(Result (*tag)(Parameters...), std::type_identity_t<Result (*)(Parameters...)> band,
+                 std::type_identity_t<Result (*)(Parameters...)> echo, Arguments... arguments) {
+    return forFamilyOr(static_cast<Result>(unsupportedValue()), tag, band, echo, arguments...);
 }
 
 // Calls the operation with any active device, whatever its product; else the unsupported value.

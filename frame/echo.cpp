@@ -1,22 +1,32 @@
 // SPDX-License-Identifier: MIT
-// The exported calls of presence sensors: nothing serves them yet.
+// The exported calls of presence sensors.
+#include "family/echo/echo.h"
 #include "frame/state.h"
 #include "frame/zelTagEcho.h"
 
-using zel::unsupportedValue;
+using namespace zel;
 
-int GetSonarParms(sSonarParms*) { return unsupportedValue(); }
-int SetSonarParms(sSonarParms*) { return unsupportedValue(); }
+namespace {
 
-int GetWalkAwayParms(sWalkAwayParms*) { return unsupportedValue(); }
-int SetWalkAwayParms(sWalkAwayParms*) { return unsupportedValue(); }
+// Calls the operation when a sensor is active; else the unsupported value.
+template <class Argument> int forEcho(int (*operation)(Argument), Argument argument) {
+    return activeProduct() == kEcho ? operation(argument) : unsupportedValue();
+}
 
-int GetWalkUpParms(sWalkUpParms*) { return unsupportedValue(); }
-int SetWalkUpParms(sWalkUpParms*) { return unsupportedValue(); }
+} // namespace
 
-int GetIdleParms(sIdleParms*) { return unsupportedValue(); }
-int SetIdleParms(sIdleParms*) { return unsupportedValue(); }
+int GetSonarParms(sSonarParms* record) { return forEcho(zelecho_GetSonarParms, record); }
+int SetSonarParms(sSonarParms* record) { return forEcho(zelecho_SetSonarParms, record); }
 
-int GetObjRangeInfo(sRangeInfo*) { return unsupportedValue(); }
+int GetWalkAwayParms(sWalkAwayParms* record) { return forEcho(zelecho_GetWalkAwayParms, record); }
+int SetWalkAwayParms(sWalkAwayParms* record) { return forEcho(zelecho_SetWalkAwayParms, record); }
 
-int HaltKBSends(int) { return unsupportedValue(); }
+int GetWalkUpParms(sWalkUpParms* record) { return forEcho(zelecho_GetWalkUpParms, record); }
+int SetWalkUpParms(sWalkUpParms* record) { return forEcho(zelecho_SetWalkUpParms, record); }
+
+int GetIdleParms(sIdleParms* record) { return forEcho(zelecho_GetIdleParms, record); }
+int SetIdleParms(sIdleParms* record) { return forEcho(zelecho_SetIdleParms, record); }
+
+int GetObjRangeInfo(sRangeInfo* record) { return forEcho(zelecho_GetObjRangeInfo, record); }
+
+int HaltKBSends(int halt) { return forEcho(zelecho_HaltKBSends, halt); }

@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: MIT
-// The exported calls by which an application tells of devices that arrive and leave. No family
-// tracks its devices yet, so an arrival meets an unserved product and a removal finds no record.
+// The exported calls by which an application tells of devices that arrive and leave.
 #include "base/text_by_character.h"
-#include "frame/state.h"
+#include "family/band/band.h"
+#include "family/echo/echo.h"
+#include "family/tag/tag.h"
+#include "frame/dispatch.h"
 #include "frame/zelTagAPI.h"
+#include "transport/device_list.h"
 
-using zel::TextIn;
-using zel::unsupportedValue;
+using namespace zel;
 
-int ChkAddArrival(const char*) { return unsupportedValue(); }
+// The family is that of the device that is active already.
+int ChkAddArrival(const char* name) {
+    return forFamily(zeltag_ChkAddArrival, zelband_ChkAddArrival, zelecho_ChkAddArrival, name);
+}
 
-// Tests for no device: what isn't in the table can't be removed.
-int ChkDelRemoval(const char*) { return 0; }
+int ChkDelRemoval(const char* name) { return removeDevice(name); }
 
 int chkAddArrival_char(short index, short character) {
     static constinit TextIn name;

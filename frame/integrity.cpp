@@ -3,6 +3,7 @@
 #include "cfgfile/tag_file.h"
 #include "firmware/crc.h"
 #include "firmware/trailer.h"
+#include "frame/settings_check.h"
 #include "frame/state.h"
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"
@@ -34,7 +35,8 @@ int zelTagAPI_checkFile(const char* name, int kind, zelFileCheck* check) {
     zelFileCheck found = firmware::finding(ZELTAGAPI_FAULT_OPEN, 0);
     try {
         CRC crc;
-        found = firmware::checkTrailer(crc, name, kind);
+        found =
+            isSettings(kind) ? checkSettings(name, kind) : firmware::checkTrailer(crc, name, kind);
     } catch (const std::exception&) {
         // Stays what it was: not to be read.
     }

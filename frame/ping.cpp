@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The presence test with a time measurement.
 #include "base/runtime.h"
+#include "family/band/band.h"
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/dispatch.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
@@ -12,8 +13,7 @@ namespace {
 constexpr std::uint64_t kLongestPing = 65535; // ms
 
 bool isPresent() {
-    return zel::hasActiveDevice() && zel::activeRecord().iProduct == zel::kTag &&
-           zeltag_IsDevicePresent() != 0;
+    return zel::forFamilyOr(0, zeltag_IsDevicePresent, zelband_IsDevicePresent, nullptr) != 0;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The exported calls on the records of a configuration.
 #include "family/tag/records.h"
+#include "family/band/band.h"
 #include "family/echo/echo.h"
 #include "frame/dispatch.h"
 #include "frame/zelTagAPI.h"
@@ -34,7 +35,7 @@ int getSensorLeds(sLEDCtrl* record) {
     return known ? 1 : flags;
 }
 
-int setSensorLeds(const sLEDCtrl* record) {
+int setSensorLeds(sLEDCtrl* record) {
     if (!record)
         return 0;
     const int flags = (record->iRedLEDState != 0 ? kRed : 0) |
@@ -100,15 +101,19 @@ int SetIDDispParms2(sIDDispParms2* record) { return forTag(zeltag_SetIDDispParms
 int GetIDDispParms3(sIDDispParms3* record) { return forTag(zeltag_GetIDDispParms3, record); }
 int SetIDDispParms3(sIDDispParms3* record) { return forTag(zeltag_SetIDDispParms3, record); }
 
-int GetTimeParms(sTimeParms* record) { return forTag(zeltag_GetTimeParms, record); }
-int SetTimeParms(sTimeParms* record) { return forTag(zeltag_SetTimeParms, record); }
+int GetTimeParms(sTimeParms* record) {
+    return forFamily(zeltag_GetTimeParms, zelband_GetTimeParms, zelecho_GetTimeParms, record);
+}
+int SetTimeParms(sTimeParms* record) {
+    return forFamily(zeltag_SetTimeParms, zelband_SetTimeParms, zelecho_SetTimeParms, record);
+}
 
 int GetLEDCtrl(sLEDCtrl* record) {
-    return activeProduct() == kEcho ? getSensorLeds(record) : forTag(zeltag_GetLEDCtrl, record);
+    return forFamily(zeltag_GetLEDCtrl, zelband_GetLEDCtrl, getSensorLeds, record);
 }
 
 int SetLEDCtrl(sLEDCtrl* record) {
-    return activeProduct() == kEcho ? setSensorLeds(record) : forTag(zeltag_SetLEDCtrl, record);
+    return forFamily(zeltag_SetLEDCtrl, zelband_SetLEDCtrl, setSensorLeds, record);
 }
 
 int GetBprRlyCtrl(sBprRlyCtrl* record) { return forTag(zeltag_GetBprRlyCtrl, record); }

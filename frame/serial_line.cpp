@@ -3,26 +3,13 @@
 #include "base/data_by_byte.h"
 #include "family/band/band.h"
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/dispatch.h"
 #include "frame/zelTagAPI.h"
 #include "transport/port.h"
 
 using namespace zel;
 
 namespace {
-
-// The family of the active device answers, where it has lines.
-template <class... Arguments>
-int forLineFamily(int (*tag)(Arguments...), int (*band)(Arguments...), Arguments... arguments) {
-    switch (activeProduct()) {
-    case kTag:
-        return tag(arguments...);
-    case kBand:
-        return band(arguments...);
-    default:
-        return unsupportedValue();
-    }
-}
 
 // The open stream of the record that iActDev names, whether in use or not.
 CPort* openStream(const void* buffer, unsigned size) {
@@ -34,14 +21,14 @@ CPort* openStream(const void* buffer, unsigned size) {
 
 int comConnect() {
     initialize();
-    return forLineFamily(zeltag_comConnect, zelband_comConnect);
+    return forFamily(zeltag_comConnect, zelband_comConnect, nullptr);
 }
 
 int comConnectPort(unsigned short port) {
-    return forLineFamily(zeltag_comConnectPort, zelband_comConnectPort, port);
+    return forFamily(zeltag_comConnectPort, zelband_comConnectPort, nullptr, port);
 }
 
-int ComDisconnect() { return forLineFamily(zeltag_ComDisconnect, zelband_ComDisconnect); }
+int ComDisconnect() { return forFamily(zeltag_ComDisconnect, zelband_ComDisconnect, nullptr); }
 
 std::int64_t ReadSerialPort(unsigned char* buffer, unsigned int size) {
     CPort* const port = openStream(buffer, size);

@@ -2,6 +2,7 @@
 // The exported single operations of a reader.
 #include "family/tag/services.h"
 #include "base/text_by_character.h"
+#include "family/band/band.h"
 #include "frame/dispatch.h"
 #include "frame/lock.h"
 #include "frame/zelTagAPI.h"
@@ -17,7 +18,8 @@ constexpr char kHidName[] = "linux";
 
 int BeepNow(unsigned char code, short isLong) {
     const LibraryLock lock;
-    return hasActiveDevice() ? forTag(zeltag_BeepNow, code, isLong) : 0;
+    return hasActiveDevice() ? forFamily(zeltag_BeepNow, zelband_BeepNow, nullptr, code, isLong)
+                             : 0;
 }
 
 int SetBeeperVolume(unsigned char volume) { return forDevice(zeltag_SetBeeperVolume, volume); }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The exported calls on files that hold a device's settings.
 #include "base/text_by_character.h"
+#include "cfgfile/band_file.h"
+#include "cfgfile/echo_file.h"
 #include "cfgfile/interface_kind.h"
 #include "cfgfile/tag_file.h"
 #include "frame/dispatch.h"
@@ -8,9 +10,15 @@
 
 using namespace zel;
 
-int WriteDevCfgToFile(const char* name) { return forTag(zeltag_WriteDevCfgToFile, name); }
+int WriteDevCfgToFile(const char* name) {
+    return forFamily(zeltag_WriteDevCfgToFile, zelband_WriteDevCfgToFile, zelecho_WriteDevCfgToFile,
+                     name);
+}
 
-int ReadDevCfgFmFile(const char* name) { return forTag(zeltag_ReadDevCfgFmFile, name); }
+int ReadDevCfgFmFile(const char* name) {
+    return forFamily(zeltag_ReadDevCfgFmFile, zelband_ReadDevCfgFmFile, zelecho_ReadDevCfgFmFile,
+                     name);
+}
 
 // A sensor's file names no kind.
 int ReadDevTypeFromFile(const char* name) {

@@ -259,7 +259,7 @@ ZELTAGAPI_EXPORT int GetHIDGuid(const char** name);
  * @{ */
 
 /** Tests whether the active device is present and measures the test: one query of opcode 0x8A on a
- * proximity reader. Not locked.
+ * proximity reader, one or two commands on a magnetic stripe reader. Not locked.
  * @return 1 to 65535, the elapsed milliseconds, when present; else the clock's value at the start,
  * a number far above 65535 */
 ZELTAGAPI_EXPORT uint64_t Ping(void);
@@ -269,12 +269,18 @@ ZELTAGAPI_EXPORT uint64_t Ping(void);
 /** @name Hot plug
  *
  * The library watches for no devices itself: the application tells it of arrivals and removals by
- * name. No lock. This version of the library serves no device here yet: until it does, the calls
- * answer as without such a device.
+ * name. After each of these calls that changed or compared the table device 0 is the active one. A
+ * device on a byte stream counts as a gap, and gaps are closed, one a call: with such devices in
+ * the table each call takes one off its end. No device traffic but the closing of a handle; no
+ * lock.
  * @{ */
 
-/** Tells the library that a device arrived, through the family of the active device.
- * @param name the arriving device's name, below 512 characters
+/** Tells the library that a device arrived, through the family of the active device, whatever
+ * arrived. The record added only holds a place: USBConnect() makes it work. A sensor's name goes to
+ * device 0.
+ * @param name the family's arrival name, in any case and with nothing behind it: two backslashes, a
+ * question mark, a backslash, then "HID#Vid_5a3e&Pid_9d23" for a proximity reader and a stripe
+ * reader, "HID#Vid_8e4a&Pid_9d2a" for a sensor
  * @return 1 when a record was added, else 0; the unsupported value with no active device */
 ZELTAGAPI_EXPORT int ChkAddArrival(const char* name);
 
@@ -284,8 +290,9 @@ ZELTAGAPI_EXPORT int ChkAddArrival(const char* name);
  * @return 1 for a character kept, 0 for another index; at 255 the result of ChkAddArrival() */
 ZELTAGAPI_EXPORT int chkAddArrival_char(short index, short character);
 
-/** Tells the library that a device left.
- * @param name the device's name in the table, compared without case
+/** Tells the library that a device left. What is removed is the first device of the table that
+ * holds a USB handle, whichever has the name.
+ * @param name the device's name in the table, compared without case, below 512 characters
  * @return 1 when a record was removed, else 0 */
 ZELTAGAPI_EXPORT int ChkDelRemoval(const char* name);
 

@@ -14,8 +14,8 @@
  * between them, on a serial line the bytes alone. A call whose command fails returns 0; none of
  * them leaves a reason in the error word.
  *
- * This version of the library finds no such reader: until it does, each call answers as for another
- * product, and zelBandClearOverrun() sends nothing.
+ * A reader on a serial line is found by ComConnect() or USBConnect(); on USB the scan of this
+ * platform tells proximity readers alone.
  */
 #ifndef ZELTAGAPI_BAND_H
 #define ZELTAGAPI_BAND_H

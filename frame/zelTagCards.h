@@ -23,7 +23,11 @@ ZELTAGAPI_BEGIN
  * zeros behind it
  * @param size bytes of the identifier wanted, 0 to 32; the reader delivers 8 at most
  * @return the identifier's bit count, 1 to 255; 0 for no card or a failure, told apart by
- * GetLastLibErr(): 0, or ZELTAGAPI_ERR_ID_READ. The unsupported value with no active device. */
+ * GetLastLibErr(): 0, or ZELTAGAPI_ERR_ID_READ. The unsupported value with no active device.
+ *
+ * Of a magnetic stripe reader it is the field chosen with zelBandSetActiveID(), as text filled up
+ * to `size`, with its length as the result; the card is then forgotten. Of a sensor four bytes:
+ * whether somebody is there, the distance in inches, the LUID, low byte first; the result is 4. */
 ZELTAGAPI_EXPORT int GetActiveID(unsigned char* buffer, short size);
 
 /** As GetActiveID(), for identifiers of up to 255 bits: five queries (opcode 0x8D with pages 0 to
@@ -56,13 +60,16 @@ ZELTAGAPI_EXPORT int getActiveID_byte(short index);
  * 0x8C.
  * @param first not 0 sets bit 0 of the mask that goes out with each query
  * @param second not 0 sets bit 1 of it
- * @return 1; 0 with ZELTAGAPI_ERR_SERVICE; the unsupported value without such a reader */
+ * @return 1; 0 with ZELTAGAPI_ERR_SERVICE; the unsupported value with no active device. Of a
+ * magnetic stripe reader the active field as GetActiveID() takes it, 32 bytes; of a sensor 0 */
 ZELTAGAPI_EXPORT int GetQueuedID(short first, short second);
 
 /** One element of what GetQueuedID() fetched last. No device traffic.
  * @param index 0 to 31 a byte of the identifier, lowest first; 32 a signed word of the entry; 33
  * its age; 34 and 35 a byte of the entry
- * @return the element, 0 for another index; the unsupported value without such a reader */
+ * @return the element, 0 for another index; the unsupported value with no active device. Of a
+ * magnetic stripe reader the first byte for each index from 0 to 31, the queue's age at 32, asked
+ * of the reader, and a byte of that answer at 33; of a sensor 0 */
 ZELTAGAPI_EXPORT int64_t GetQueuedID_index(short index);
 
 /** Sends a report of eight bytes of the caller's choice and fetches the reply.
@@ -75,7 +82,8 @@ ZELTAGAPI_EXPORT int64_t GetQueuedID_index(short index);
  * @param b7 its sixth argument
  * @param b8 its seventh argument
  * @return the eight reply bytes as hexadecimal pairs joined by points, good until the next call;
- * zeros when the exchange failed; null without such a reader */
+ * zeros when the exchange failed; null without a device of a known product. A magnetic stripe
+ * reader's report has 24 bytes, the rest zero; a sensor has none */
 ZELTAGAPI_EXPORT const char* SetRawPayload(unsigned char b1, unsigned char b2, unsigned char b3,
                                            unsigned char b4, unsigned char b5, unsigned char b6,
                                            unsigned char b7, unsigned char b8);

@@ -9,8 +9,8 @@
  * no active device or another product it returns the unsupported value, see
  * SetUnsupportedProductErrorCode(). No call locks.
  *
- * This version of the library finds no sensor: until it does, each call answers as for another
- * product.
+ * The scan of this platform tells proximity readers alone: an application that opened a sensor
+ * itself hands its handle to zelecho_FoundDevice().
  */
 #ifndef ZELTAGAPI_ECHO_H
 #define ZELTAGAPI_ECHO_H

@@ -10,6 +10,7 @@
 #define ZELTAGAPI_ERR_LINE_CLOSED 257   /**< no open line, by the line protocol */
 #define ZELTAGAPI_ERR_LINE_ANSWER 261   /**< no whole answer, by the line protocol */
 #define ZELTAGAPI_ERR_READ 0x20000      /**< reading the configuration failed */
+#define ZELTAGAPI_ERR_FIELD 0x20001     /**< a user field of a stripe reader failed */
 #define ZELTAGAPI_ERR_WRITE 0x40000     /**< writing the configuration failed */
 #define ZELTAGAPI_ERR_RESET 0x80000     /**< the reset could not be sent */
 #define ZELTAGAPI_ERR_GET 0x100000      /**< a get of a record failed, with a reason */

@@ -12,21 +12,29 @@
 
 ZELTAGAPI_BEGIN
 
-/** Kinds of files with a checksum trailer (CRC-32 of IEEE 802.3). */
+/** Kinds of files. The first three have a checksum trailer (CRC-32 of IEEE 802.3), the others have
+ * none. */
 enum zelFileKind {
-    ZELTAGAPI_FILE_TEMPLATE = 0, /**< a reader's settings, sealed */
+    ZELTAGAPI_FILE_TEMPLATE = 0, /**< a proximity reader's settings, sealed */
     ZELTAGAPI_FILE_FIRMWARE = 1, /**< firmware of a reader */
-    ZELTAGAPI_FILE_KEYS = 2      /**< key blobs for a reader */
+    ZELTAGAPI_FILE_KEYS = 2,     /**< key blobs for a reader */
+    ZELTAGAPI_FILE_BAND = 3,     /**< a magnetic stripe reader's settings */
+    ZELTAGAPI_FILE_ECHO = 4      /**< a sensor's settings */
 };
 
-/** Why a file's trailer doesn't hold. */
+/** What is wrong with a file. The first five are those of a trailer, the last four those of
+ * settings without a trailer. */
 enum zelFileFault {
     ZELTAGAPI_FAULT_NONE = 0,       /**< it holds */
     ZELTAGAPI_FAULT_OPEN = 1,       /**< the file can't be opened or read */
     ZELTAGAPI_FAULT_NO_TRAILER = 2, /**< no trailer up to the end of the file */
     ZELTAGAPI_FAULT_TRAILER = 3,    /**< the trailer stands on `line` and has another form */
     ZELTAGAPI_FAULT_BEHIND = 4,     /**< `line` stands behind the trailer */
-    ZELTAGAPI_FAULT_CHECKSUM = 5    /**< the trailer on `line` tells another checksum */
+    ZELTAGAPI_FAULT_CHECKSUM = 5,   /**< the trailer on `line` tells another checksum */
+    ZELTAGAPI_FAULT_TITLE = 6,      /**< no title where a load of the file looks for one */
+    ZELTAGAPI_FAULT_LINE = 7,       /**< a load passes over `line`, which is no comment */
+    ZELTAGAPI_FAULT_VALUE = 8,  /**< a load doesn't keep the number of `line` as it stands there */
+    ZELTAGAPI_FAULT_MISSING = 9 /**< all lines are good, and some word has none */
 };
 
 /** What zelTagAPI_checkFile() found. */
@@ -34,14 +42,18 @@ typedef struct zelFileCheck {
     int fault;        /**< of zelFileFault */
     int line;         /**< the line meant, from 1; 0 for none */
     char told[9];     /**< the checksum that the trailer tells, as far as it could be read */
-    char computed[9]; /**< the checksum of the text in front of the trailer */
+    char computed[9]; /**< the checksum of the text in front of the trailer; empty without one */
 } zelFileCheck;
 
-/** Checks a file's trailer as the calls that use such a file do, and tells what is wrong.
+/** Checks a file as the calls that use it do, and tells what is wrong first: with its trailer, or
+ * without one with its lines. A load refuses none of those lines: a magnetic stripe reader's word
+ * takes the low bits of a number too large, and a sensor's record with a word out of range stays as
+ * it is. Words without a line stay too, so such a file isn't damaged unless it should be whole. A
+ * sensor's file needs no title.
  * @param path the file
- * @param kind of zelFileKind
+ * @param kind of zelFileKind; any other number is taken for key blobs
  * @param check receives the findings; may be null
- * @return 1 when the trailer holds, else 0 */
+ * @return 1 when nothing is wrong, else 0 */
 ZELTAGAPI_EXPORT int zelTagAPI_checkFile(const char* path, int kind, zelFileCheck* check);
 
 /** Reads a template file's configurations as ReadDevCfgFmFile() does, and sets and sends nothing.

@@ -14,28 +14,31 @@ ZELTAGAPI_BEGIN
  * @{ */
 
 /** Reads the active device's whole configuration into the library: for a proximity reader its LUID,
- * four blocks, field data and texts, once for each of its configurations. Locks.
- * @return 1; 0 with no active device or with ZELTAGAPI_ERR_READ; the unsupported value for another
- * product */
+ * four blocks, field data and texts, once for each of its configurations; for a magnetic stripe
+ * reader 37 commands; for a sensor seven blocks of 250 ms each. Locks.
+ * @return 1; 0 with no active device or with ZELTAGAPI_ERR_READ, of a stripe reader's user field
+ * with ZELTAGAPI_ERR_FIELD; the unsupported value for another product */
 ZELTAGAPI_EXPORT int ReadCfg(void);
 
 /** Writes what was changed of the configuration to the active device and lets it commit; pauses 20
- * ms or 1.2 s for each configuration, as the reader needs. Locks.
+ * ms or 1.2 s for each configuration, as a proximity reader needs. To a magnetic stripe reader all
+ * is written, 37 commands and 1.3 s; to a sensor the records that were set, 250 ms a block. Locks.
  * @return 1; 0 with no active device or with ZELTAGAPI_ERR_WRITE; the unsupported value for another
  * product */
 ZELTAGAPI_EXPORT int WriteCfg(void);
 
-/** Returns the active reader to its factory defaults, pauses 1.2 s and reads the configuration
- * back. Not locked.
+/** Returns the active device to its factory defaults, pauses as long as it needs (1.2 s, 1.3 s or,
+ * a sensor, 2 s) and reads the configuration back. Not locked.
  * @return 1, or 0 with ZELTAGAPI_ERR_RESET or ZELTAGAPI_ERR_READ */
 ZELTAGAPI_EXPORT int ResetFactoryDflts(void);
 
 /** Lets a multi-configuration reader return to its user defaults; pauses 100 ms. Read the
- * configuration afterwards.
+ * configuration afterwards. A sensor does the same, pauses 2 s, and is read.
  * @return 1, or 0 for a failure or a reader of another kind */
 ZELTAGAPI_EXPORT int ResetUserDflts(void);
 
-/** Lets a multi-configuration reader keep its current settings as user defaults; pauses 100 ms.
+/** Lets a multi-configuration reader, or a sensor, keep its current settings as user defaults;
+ * pauses 100 ms, or 2 s and a read.
  * @return as ResetUserDflts() */
 ZELTAGAPI_EXPORT int SaveUserDflts(void);
 
@@ -71,7 +74,8 @@ ZELTAGAPI_EXPORT int GetFlags(struct sCfgFlags* record);
  * @return see above */
 ZELTAGAPI_EXPORT int SetFlags(struct sCfgFlags* record);
 
-/** Copies the times out, in milliseconds.
+/** Copies the times out, in milliseconds. Those of a magnetic stripe reader are the library's own,
+ * not KeyPressTime and KeyReleaseTime; a sensor has none: 0.
  * @param record receives the record
  * @return see above */
 ZELTAGAPI_EXPORT int GetTimeParms(struct sTimeParms* record);
@@ -83,6 +87,13 @@ ZELTAGAPI_EXPORT int GetTimeParms(struct sTimeParms* record);
  * @return see above */
 ZELTAGAPI_EXPORT int SetTimeParms(struct sTimeParms* record);
 
+/** Checks times as SetTimeParms() does. No device traffic, no lock.
+ * @param record the times; not null
+ * @param fix 0: the first time out of range ORs its code into the active device's error word;
+ * else such times are brought into their ranges
+ * @return 1; 0 for a time out of range with `fix` 0 */
+ZELTAGAPI_EXPORT int CheckUserTimeParms(struct sTimeParms* record, int fix);
+
 /** Copies the LED settings out. A sensor has bAppCtrlsLED, iRedLEDState and iGrnLEDState: they are
  * cleared first, and set when its LED flags lie from 0 to 7; other flags are themselves the result.
  * @param record receives the record
@@ -90,7 +101,8 @@ ZELTAGAPI_EXPORT int SetTimeParms(struct sTimeParms* record);
 ZELTAGAPI_EXPORT int GetLEDCtrl(struct sLEDCtrl* record);
 
 /** Sets the LEDs. With bVolatile they change at once (two reports out) and nothing is marked;
- * whether that went well isn't told.
+ * whether that went well isn't told. A magnetic stripe reader's change at once in any case, by one
+ * command, whose result is told.
  * @param record the record to set
  * @return see above */
 ZELTAGAPI_EXPORT int SetLEDCtrl(struct sLEDCtrl* record);

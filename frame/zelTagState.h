@@ -257,6 +257,11 @@ ZELTAGAPI_DATA(tsNamePair SepDefStr[2], SepDefStr); /**< bytes of a separator de
 ZELTAGAPI_DATA(tsNamePair AZERTYShiftLock[1], AZERTYShiftLock);             /**< of this option */
 ZELTAGAPI_DATA(tsNamePair ExtendedPrecisionMath[1], ExtendedPrecisionMath); /**< of this option */
 
+ZELTAGAPI_DATA(tsNamePair SonarParmsStr[8], SonarParmsStr);        /**< of sSonarParms */
+ZELTAGAPI_DATA(tsNamePair WalkAwayParmsStr[16], WalkAwayParmsStr); /**< of sWalkAwayParms */
+ZELTAGAPI_DATA(tsNamePair WalkUpParmsStr[16], WalkUpParmsStr);     /**< of sWalkUpParms */
+ZELTAGAPI_DATA(tsNamePair IdleParmsStr[8], IdleParmsStr);          /**< of sIdleParms */
+
 /** @} */
 
 /** @name Sensor: the words last read, before any repair

@@ -11,10 +11,12 @@ ZELTAGAPI_BEGIN
 
 /** @name Template files
  *
- * A proximity reader's settings as text, to be edited and loaded into another reader of its kind.
- * Those of a magnetic stripe reader and of a sensor are not served yet. The calls set no error word
- * of their own: it is that of the last call they made on the device. Their path may be null, which
- * no file has. No lock.
+ * A device's settings as text, to be edited and loaded into another device of its kind; each
+ * family has a form of its own. What is told of traffic below holds for a proximity reader: for a
+ * magnetic stripe reader and a sensor both directions work on the library's copy of the settings,
+ * so call ReadCfg() before a write and WriteCfg() behind a read; a sensor's read takes any text and
+ * marks all its records. The calls set no error word of their own: it is that of the last call they
+ * made on the device. Their path may be null, which no file has. No lock.
  *
  * A file holds the reader's field data, which may be secret; where the header of these counts more
  * than their 128 bytes, it holds the key values too.

@@ -19,7 +19,7 @@ void check(const char* path, int kind) {
     std::memset(&found, 0xAA, sizeof found);
     const int holds = zelTagAPI_checkFile(path, kind, &found);
     require(holds == (found.fault == ZELTAGAPI_FAULT_NONE));
-    require(found.fault >= ZELTAGAPI_FAULT_NONE && found.fault <= ZELTAGAPI_FAULT_CHECKSUM);
+    require(found.fault >= ZELTAGAPI_FAULT_NONE && found.fault <= ZELTAGAPI_FAULT_MISSING);
     require(found.line >= 0 && isText(found.told) && isText(found.computed));
     require(!holds || std::strcmp(found.told, found.computed) == 0);
     require(zelTagAPI_checkFile(path, kind, nullptr) == holds);

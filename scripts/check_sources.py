@@ -26,7 +26,7 @@ MAP = {
     "frame": {"base/", "transport/", "family/tag/", "family/band/", "family/echo/", "cfgfile/",
               "firmware/"},
     "sim": {"transport/usb_backend.h", "transport/line_opener.h"},
-    "cli": {"sim/demo.h", "frame/records.def"},
+    "cli": {"sim/demo.h", "frame/records.def", FLOOR_HEADER},
 }
 FREE = ("tests/", "bench/", "examples/", "fuzz/")
 LONGEST_LINE = 100

@@ -13,4 +13,7 @@ CPort* freshPort(tsDevDat& record);
 // holds it.
 void freePort(tsDevDat& record);
 
+// The same for all objects, also those whose records were overwritten.
+void freeAllPorts();
+
 } // namespace zel

@@ -15,7 +15,8 @@ void closeHandle(tsDevDat& record) {
     UsbDriver_Close(handle);
     for (tsDevDat& other : DevDat)
         if (other.hDev == handle)
-            other.hDev = noHandle();
+            other.hDev = nullptr;
+    record.hDev = noHandle();
 }
 
 void replaceHandle(tsDevDat& record, void* handle) {

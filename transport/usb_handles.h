@@ -6,7 +6,8 @@
 
 namespace zel {
 
-// Closes the record's handle, if any, and takes it out of every record that holds it.
+// Closes the record's handle, if any. Other records that hold it hold 0 from then on, which stands
+// for no device and is never closed.
 void closeHandle(tsDevDat& record);
 
 // Gives the record a handle. One that it held before is closed unless another record holds it too.

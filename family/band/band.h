@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frame/zelTagExport.h"
+#include "frame/zelTagRecords.h"
 
 #include <stdint.h>
 
@@ -40,6 +41,78 @@ ZELTAGAPI_EXPORT int zelband_comConnectPort(unsigned short port);
 
 // Closes the active device's line: 1, or 0 without one.
 ZELTAGAPI_EXPORT int zelband_ComDisconnect(void);
+
+// The whole configuration: read, written with the flash command at the end, reset and read back.
+ZELTAGAPI_EXPORT int zelband_ReadCfg(void);
+ZELTAGAPI_EXPORT int zelband_WriteCfg(void);
+ZELTAGAPI_EXPORT int zelband_ResetFactoryDflts(void);
+
+// The family's forms of the public calls of the same names, see frame/zelTagBand.h and the others.
+ZELTAGAPI_EXPORT int zelband_IsDataAvailable(void);
+ZELTAGAPI_EXPORT int zelband_ClearDataAvailable(void);
+ZELTAGAPI_EXPORT int zelband_ClearOverrun(void);
+ZELTAGAPI_EXPORT char* zelband_GetTrackData(unsigned short track, short convert);
+ZELTAGAPI_EXPORT unsigned char zelband_GetTrackData_BYTE(unsigned short track, short convert,
+                                                         unsigned short index);
+ZELTAGAPI_EXPORT char* zelband_GetTrackFieldOffset(unsigned short track, unsigned short field,
+                                                   unsigned short offset, unsigned short length,
+                                                   unsigned short terminator, short convert);
+ZELTAGAPI_EXPORT int zelband_SetTrackEnables(unsigned short bits);
+ZELTAGAPI_EXPORT int zelband_GetTrackEnables(void);
+
+#define ZEL_FLAG(call, word)                                                                       \
+    ZELTAGAPI_EXPORT int zelband_SetField##call(unsigned short field, short value);                \
+    ZELTAGAPI_EXPORT int zelband_GetField##call(unsigned short field);
+#define ZEL_NUMBER(call, word)                                                                     \
+    ZELTAGAPI_EXPORT int zelband_SetField##call(unsigned short field, unsigned short value);       \
+    ZELTAGAPI_EXPORT int zelband_GetField##call(unsigned short field);
+#include "family/band/user_fields.def"
+#undef ZEL_FLAG
+#undef ZEL_NUMBER
+ZELTAGAPI_EXPORT int zelband_SetFieldKeydata(unsigned short field, unsigned short index,
+                                             unsigned short value);
+ZELTAGAPI_EXPORT int zelband_GetFieldKeydata(unsigned short field, unsigned short index);
+
+ZELTAGAPI_EXPORT int zelband_SetActiveID(unsigned short track, unsigned short field,
+                                         unsigned short offset, unsigned short terminator);
+ZELTAGAPI_EXPORT int zelband_GetActiveID(unsigned char* buffer, short size);
+ZELTAGAPI_EXPORT int zelband_GetActiveID32(unsigned char* buffer, short size);
+ZELTAGAPI_EXPORT int zelband_getActiveID(short size);
+ZELTAGAPI_EXPORT int zelband_getActiveID32(short size);
+ZELTAGAPI_EXPORT int zelband_getActiveID_byte(short index);
+ZELTAGAPI_EXPORT int zelband_GetQueuedID(short first, short second);
+ZELTAGAPI_EXPORT int64_t zelband_GetQueuedID_index(short index);
+
+// Of the queue: 0 asks the reader and tells the age, 1 tells a byte of the last answer.
+ZELTAGAPI_EXPORT int64_t zelband_GetQueuedAge(unsigned short which);
+
+ZELTAGAPI_EXPORT int64_t zelband_GetSystemUptime(void);
+ZELTAGAPI_EXPORT int64_t zelband_GetSystemCardsRead(void);
+ZELTAGAPI_EXPORT int zelband_GetSystemInternalCount(int index);
+
+ZELTAGAPI_EXPORT int zelband_SetLED(unsigned short index, short colour);
+ZELTAGAPI_EXPORT int zelband_GetLED(unsigned short index);
+ZELTAGAPI_EXPORT int zelband_GetLEDCtrl(struct sLEDCtrl* record);
+ZELTAGAPI_EXPORT int zelband_SetLEDCtrl(struct sLEDCtrl* record);
+ZELTAGAPI_EXPORT int zelband_SetBeeper(unsigned short kind, unsigned short count, short isLong);
+ZELTAGAPI_EXPORT int zelband_GetBeeper(unsigned short kind);
+ZELTAGAPI_EXPORT int zelband_BeepNow(unsigned char count, short isLong);
+
+ZELTAGAPI_EXPORT int zelband_GetFlags(struct sCfgFlags* record);
+ZELTAGAPI_EXPORT int zelband_SetFlags(struct sCfgFlags* record);
+ZELTAGAPI_EXPORT int zelband_GetTimeParms(struct sTimeParms* record);
+ZELTAGAPI_EXPORT int zelband_SetTimeParms(struct sTimeParms* record);
+ZELTAGAPI_EXPORT int zelband_getTimeParms_iUSBKeyPrsTm(void);
+ZELTAGAPI_EXPORT int zelband_getTimeParms_iUSBKeyRlsTm(void);
+ZELTAGAPI_EXPORT int zelband_setTimeParms_iUSBKeyPrsTm(short time);
+ZELTAGAPI_EXPORT int zelband_setTimeParms_iUSBKeyRlsTm(short time);
+
+ZELTAGAPI_EXPORT int zelband_SetRawPayload_index(short index, short value);
+ZELTAGAPI_EXPORT int zelband_GetRawPayload_index(short index);
+
+// Tells of an arrival or a removal, see ChkAddArrival().
+ZELTAGAPI_EXPORT int zelband_ChkAddArrival(const char* name);
+ZELTAGAPI_EXPORT int zelband_ChkDelRemoval(const char* name);
 
 // A character of the active device's name as GetDevName() tells it; index 0 takes a fresh copy.
 ZELTAGAPI_EXPORT int zelband_getDevName_char(short index);

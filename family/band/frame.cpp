@@ -7,6 +7,8 @@
 #include "transport/usb_driver.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdio>
 #include <cstring>
 #include <unistd.h>
 
@@ -19,6 +21,11 @@ namespace {
 constexpr useconds_t kReportPause = 2'000; // µs, before a reply is fetched
 constexpr useconds_t kFlashPause = 200'000;
 constexpr useconds_t kFailurePause = 2'000;
+constexpr useconds_t kRetryPause = 25'000;
+constexpr std::size_t kPayloadAt = 3;
+constexpr std::size_t kPair = 2;
+constexpr signed char kFirstDigit = '0';
+constexpr std::string_view kAnswer = "RRZ";
 constexpr char kSuccess = 'R';
 constexpr char kFailure = 'E';
 
@@ -60,7 +67,60 @@ bool exchangeOnUsb(const Frame& frame, Frame& reply) {
     return true;
 }
 
+// What isn't a digit ends the number.
+std::uint8_t numberOf(std::string_view digits) {
+    std::uint8_t number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+    return number;
+}
+
+bool asksPartNumber(Frame& reply) {
+    return band::send(band::Command("QRZ"), reply) &&
+           std::string_view(reply.data(), reply.size()).starts_with(kAnswer);
+}
+
 } // namespace
+
+namespace zel::band {
+
+Command::Command(std::string_view start) { add(start); }
+
+Command& Command::add(std::string_view piece) {
+    size_ += piece.copy(&text_[size_], text_.size() - 1 - size_);
+    return *this;
+}
+
+Command& Command::hex(int byte) {
+    char digits[3];
+    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned>(byte & 0xFF));
+    return add(digits);
+}
+
+bool send(const Command& command, Frame& reply) {
+    return SendBandCmd(command.text(), reply.data()) != 0;
+}
+
+bool ask(const Command& command, Bytes& payload) {
+    payload.fill(0);
+    Frame reply;
+    if (!send(command, reply))
+        return false;
+    HexToBytes(payload.data(), &reply[kPayloadAt]);
+    return true;
+}
+
+bool askPartNumber(Frame& reply) {
+    if (asksPartNumber(reply))
+        return true;
+    usleep(kRetryPause);
+    return asksPartNumber(reply);
+}
+
+std::uint8_t pairAt(const Frame& frame, std::size_t place) {
+    return numberOf(std::string_view(frame.data(), frame.size()).substr(place, kPair));
+}
+
+} // namespace zel::band
 
 Frame band::frameOf(const char* text) {
     Frame frame;
@@ -83,4 +143,15 @@ int SendBandCmd(const char* text, char* reply) {
         return 1;
     usleep(kFailurePause);
     return 0;
+}
+
+void HexToBytes(unsigned char* destination, const char* source) {
+    for (std::size_t pair = 0; pair < band::kMostBytes; ++pair, source += kPair) {
+        if (static_cast<signed char>(*source) < kFirstDigit)
+            return;
+        const std::string_view digits(source, strnlen(source, kPair));
+        destination[pair] = numberOf(digits);
+        if (digits.size() < kPair)
+            return;
+    }
 }

@@ -32,3 +32,5 @@ int zelecho_USBConnect() {
     SetActDev(static_cast<short>(iDevsFnd - 1));
     return iDevsFnd > before ? 1 : 0;
 }
+
+int zelecho_usbConnect() { return zelecho_USBConnect(); }

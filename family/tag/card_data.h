@@ -22,10 +22,6 @@ ZELTAGAPI_EXPORT int zeltag_setSourceEvent(std::uintptr_t value);
 
 ZELTAGAPI_EXPORT int zeltag_SetRawPayload_index(short index, short value);
 ZELTAGAPI_EXPORT int zeltag_GetRawPayload_index(short index);
-ZELTAGAPI_EXPORT const char* zeltag_SetRawPayload(unsigned char b1, unsigned char b2,
-                                                  unsigned char b3, unsigned char b4,
-                                                  unsigned char b5, unsigned char b6,
-                                                  unsigned char b7, unsigned char b8);
 
 // Writes a file line by line, so that a watcher sees it grow while the reader answers. Null and
 // another product than a proximity reader are refused.

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <span>
 
 using namespace zel;
@@ -59,10 +58,6 @@ bool exchange() {
     return received;
 }
 
-unsigned replyByte(short index) {
-    return static_cast<std::uint8_t>(zeltag_GetRawPayload_index(index));
-}
-
 } // namespace
 
 int zeltag_SetRawPayload_index(short index, short value) {
@@ -75,18 +70,4 @@ int zeltag_SetRawPayload_index(short index, short value) {
 
 int zeltag_GetRawPayload_index(short index) {
     return isPlace(index) ? rawReply[static_cast<std::size_t>(index)] : kNoSuchPlace;
-}
-
-const char* zeltag_SetRawPayload(unsigned char b1, unsigned char b2, unsigned char b3,
-                                 unsigned char b4, unsigned char b5, unsigned char b6,
-                                 unsigned char b7, unsigned char b8) {
-    static constinit char text[41] = {};
-    short index = 0;
-    for (const unsigned char byte : {std::uint8_t{0}, b1, b2, b3, b4, b5, b6, b7, b8})
-        zeltag_SetRawPayload_index(index++, byte);
-    std::fill(std::begin(text), std::end(text), '\0');
-    std::snprintf(text, sizeof text, "%02X.%02X.%02X.%02X.%02X.%02X.%02X.%02X", replyByte(1),
-                  replyByte(2), replyByte(3), replyByte(4), replyByte(5), replyByte(6),
-                  replyByte(7), replyByte(8));
-    return text;
 }

@@ -58,6 +58,9 @@ ZELTAGAPI_EXPORT int zeltag_IPConnect_Serial(unsigned char a, unsigned char b, u
 ZELTAGAPI_EXPORT int zeltag_IPConnect_USBFR(unsigned char a, unsigned char b, unsigned char c,
                                             unsigned char d, unsigned short port);
 
+// Tells of an arrival, see ChkAddArrival().
+ZELTAGAPI_EXPORT int zeltag_ChkAddArrival(const char* name);
+
 // Chooses the transports that a connect tries: 0, 1, 2 or 65535 (also given as -1). 1, or 0
 // refused.
 ZELTAGAPI_EXPORT int zeltag_SetDevTypeSrch(short type);

@@ -45,7 +45,7 @@ TEST_F(UnservedCardData, WithNoDevice) {
 
 TEST_F(UnservedCardData, OfAnotherProduct) {
     connectReader();
-    for (const unsigned product : {0U, 2U, 4U, 3U}) {
+    for (const unsigned product : {0U, 3U, 8U}) {
         DevDat[0].iProduct = product;
         expectNoReader();
     }

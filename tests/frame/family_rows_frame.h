@@ -58,12 +58,12 @@ inline constexpr Row kIdentityRows[] = {
     {ZEL_CALL(getDevName_char(0)), no(0), 'r', 'r', 'r', 'r', 'r'},
     {ZEL_CALL(GetDevByLUID(kLuid, 0)), no(-1), 0, 0, 0, 0, 0},
     {ZEL_CALL(GetHIDGuid(nullptr)), 1, 1, 1, 1, 1, 1},
-    {ZEL_CALL(Ping()), no(kTick), kTick, no(kTick), no(kTick), no(kTick), 1},
+    {ZEL_CALL(Ping()), no(kTick), kTick, kTick, no(kTick), no(kTick), 1},
 };
 
 inline constexpr Row kHotPlugRows[] = {
-    {ZEL_CALL(ChkAddArrival("x")), kNo, kNo, kNo, kNo, kNo, kNo},
-    {ZEL_CALL(chkAddArrival_char(255, 0)), kNo, kNo, kNo, kNo, kNo, kNo},
+    {ZEL_CALL(ChkAddArrival("x")), kNo, no(0), no(0), no(0), kNo, no(0)},
+    {ZEL_CALL(chkAddArrival_char(255, 0)), kNo, no(0), no(0), no(0), kNo, no(0)},
     {ZEL_CALL(ChkDelRemoval("x")), no(0), no(0), no(0), no(0), no(0), no(0)},
     {ZEL_CALL(chkDelRemoval_char(255, 0)), no(0), no(0), no(0), no(0), no(0), no(0)},
 };
@@ -77,7 +77,7 @@ inline constexpr Row kFilterRows[] = {
     {ZEL_CALL(GetVidPidFilterCompare(1)), kFilter, kFilter, kFilter, kFilter, kFilter, kFilter},
     {ZEL_CALL(isKQ7Reader()), 0, 0, 0, 0, 0, 0},
     {ZEL_CALL(unlockKeystrokeModeOfKQ7(), DevDat[0].lLastErr), no(kErrorWord),
-     ZELTAGAPI_ERR_SERVICE, no(kErrorWord), no(kErrorWord), no(kErrorWord), 0},
+     ZELTAGAPI_ERR_SERVICE, kErrorWord, no(kErrorWord), no(kErrorWord), 0},
 };
 
 inline constexpr Row kLineRows[] = {
@@ -102,10 +102,10 @@ inline constexpr Row kNetworkRows[] = {
 };
 
 inline constexpr Row kFileRows[] = {
-    {ZEL_CALL(WriteDevCfgToFile("/")), kNo, no(0), kNo, kNo, kNo, no(0)},
-    {ZEL_CALL(ReadDevCfgFmFile("/")), kNo, no(0), kNo, kNo, kNo, no(0)},
-    {ZEL_CALL(writeDevCfgToFile_char(255, 0)), kNo, no(0), kNo, kNo, kNo, no(0)},
-    {ZEL_CALL(readDevCfgFmFile_char(255, 0)), kNo, no(0), kNo, kNo, kNo, no(0)},
+    {ZEL_CALL(WriteDevCfgToFile("/")), kNo, no(0), no(0), no(0), kNo, no(0)},
+    {ZEL_CALL(ReadDevCfgFmFile("/")), kNo, no(0), no(0), no(0), kNo, no(0)},
+    {ZEL_CALL(writeDevCfgToFile_char(255, 0)), kNo, no(0), no(0), no(0), kNo, no(0)},
+    {ZEL_CALL(readDevCfgFmFile_char(255, 0)), kNo, no(0), no(0), no(0), kNo, no(0)},
     {ZEL_CALL(ReadDevTypeFromFile("/")), kNo, kNo, no(65535), no(0), kNo, kNo},
     {ZEL_CALL(WriteDevCfgToSecureFile("/dev/null")), 1, 1, 1, 1, 1, 1},
     {ZEL_CALL(ReadDevCfgFromSecureFile("/dev/null")), 0, 0, 0, 0, 0, 0},

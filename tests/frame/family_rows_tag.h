@@ -9,11 +9,11 @@ namespace zel::test {
 // no device, zelTag, zelBand, zelEcho, another product, a simulated reader
 
 inline constexpr Row kConfigurationRows[] = {
-    {ZEL_CALL(ReadCfg()), no(0), 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(WriteCfg()), no(0), 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(ResetFactoryDflts()), kNo, 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(ResetUserDflts()), kNo, 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(SaveUserDflts()), kNo, 0, kNo, kNo, kNo, 1},
+    {ZEL_CALL(ReadCfg()), no(0), 0, 0, 0, kNo, 1},
+    {ZEL_CALL(WriteCfg()), no(0), 0, 0, 0, kNo, 1},
+    {ZEL_CALL(ResetFactoryDflts()), kNo, 0, 0, 0, kNo, 1},
+    {ZEL_CALL(ResetUserDflts()), kNo, 0, kNo, 0, kNo, 1},
+    {ZEL_CALL(SaveUserDflts()), kNo, 0, kNo, 0, kNo, 1},
     {ZEL_CALL(zelTagPlusDefaults()), kNo, 0, kNo, kNo, kNo, 1},
 };
 
@@ -21,10 +21,11 @@ inline constexpr Row kConfigurationRows[] = {
 inline constexpr Row kRecordRows[] = {
     {ZEL_CALL(GetFlags(zeros<sCfgFlags>())), kNo, 0, 1, 1, kNo, 1},
     {ZEL_CALL(SetFlags(zeros<sCfgFlags>())), kNo, 1, 1, 1, kNo, 1},
-    {ZEL_CALL(GetTimeParms(zeros<sTimeParms>())), kNo, 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(SetTimeParms(zeros<sTimeParms>())), kNo, 1, kNo, kNo, kNo, 1},
-    {ZEL_CALL(GetLEDCtrl(zeros<sLEDCtrl>())), kNo, 0, kNo, 1, kNo, 1},
-    {ZEL_CALL(SetLEDCtrl(zeros<sLEDCtrl>())), kNo, 1, kNo, 1, kNo, 1},
+    {ZEL_CALL(GetTimeParms(zeros<sTimeParms>())), kNo, 0, 1, 0, kNo, 1},
+    {ZEL_CALL(CheckUserTimeParms(zeros<sTimeParms>(), 0)), 1, 1, 1, 1, 1, 1},
+    {ZEL_CALL(SetTimeParms(zeros<sTimeParms>())), kNo, 1, 1, 0, kNo, 1},
+    {ZEL_CALL(GetLEDCtrl(zeros<sLEDCtrl>())), kNo, 0, 1, 1, kNo, 1},
+    {ZEL_CALL(SetLEDCtrl(zeros<sLEDCtrl>())), kNo, 1, 0, 1, kNo, 1},
     {ZEL_CALL(GetFlags2(zeros<sCfgFlags2>())), kNo, 0, kNo, kNo, kNo, 1},
     {ZEL_CALL(SetFlags2(zeros<sCfgFlags2>())), kNo, 1, kNo, kNo, kNo, 1},
     {ZEL_CALL(GetFlags3(zeros<sCfgFlags3>())), kNo, 0, 1, kNo, kNo, 1},
@@ -45,16 +46,16 @@ inline constexpr Row kRecordRows[] = {
 };
 
 inline constexpr Row kCardRows[] = {
-    {ZEL_CALL(GetActiveID(bytes(), 8)), kNo, 0, kNo, kNo, kNo, 26},
-    {ZEL_CALL(GetActiveID32(bytes(), 32)), kNo, 0, kNo, kNo, kNo, 26},
-    {ZEL_CALL(getActiveID(8)), kNo, 0, kNo, kNo, kNo, 26},
-    {ZEL_CALL(getActiveID32(32)), kNo, 0, kNo, kNo, kNo, 26},
-    {ZEL_CALL(getActiveID_byte(0)), kNo, kIdByte, kNo, kNo, kNo, kIdByte},
-    {ZEL_CALL(GetQueuedID(1, 0)), kNo, 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(GetQueuedID_index(0)), kNo, kQueuedByte, kNo, kNo, kNo, kQueuedByte},
-    {ZEL_CALL(SetRawPayload(0x8A, 0, 0, 0, 0, 0, 0, 0)), no(0), 1, no(0), no(0), no(0), 1},
-    {ZEL_CALL(SetRawPayload_index(8, 0)), kNo, 0, kNo, kNo, kNo, 1},
-    {ZEL_CALL(GetRawPayload_index(10)), kNoByte, 2, kNoByte, kNoByte, kNoByte, 2},
+    {ZEL_CALL(GetActiveID(bytes(), 8)), kNo, 0, 8, 4, kNo, 26},
+    {ZEL_CALL(GetActiveID32(bytes(), 32)), kNo, 0, 32, 4, kNo, 26},
+    {ZEL_CALL(getActiveID(8)), kNo, 0, 8, 0, kNo, 26},
+    {ZEL_CALL(getActiveID32(32)), kNo, 0, 32, 0, kNo, 26},
+    {ZEL_CALL(getActiveID_byte(0)), kNo, kIdByte, kIdByte, 0, kNo, kIdByte},
+    {ZEL_CALL(GetQueuedID(1, 0)), kNo, 0, 32, 0, kNo, 1},
+    {ZEL_CALL(GetQueuedID_index(0)), kNo, kQueuedByte, '0', 0, kNo, kQueuedByte},
+    {ZEL_CALL(SetRawPayload(0x8A, 0, 0, 0, 0, 0, 0, 0)), no(0), 1, 1, 1, no(0), 1},
+    {ZEL_CALL(SetRawPayload_index(8, 0)), kNo, 0, 0, 0, kNo, 1},
+    {ZEL_CALL(GetRawPayload_index(10)), kNoByte, 2, 2, 0, kNoByte, 2},
     {ZEL_CALL(getActiveCardData()), kNo, 0, kNo, kNo, kNo, 1},
     {ZEL_CALL(getActiveCardData_byte(0)), kNoByte, kCardByte, kNoByte, kNoByte, kNoByte, kCardByte},
     {ZEL_CALL(setSourceEvent(5)), no(0), 1, no(0), no(0), no(0), 1},
@@ -80,7 +81,7 @@ inline constexpr Row kServiceRows[] = {
 };
 
 inline constexpr Row kModeRows[] = {
-    {ZEL_CALL(BeepNow(1, 0)), no(0), 0, kNo, kNo, kNo, 1},
+    {ZEL_CALL(BeepNow(1, 0)), no(0), 0, 0, kNo, kNo, 1},
     {ZEL_CALL(GetFirmwareVersion(0, 0)), kNo, 0, kDid, kNo, kNo, kVersion},
     {ZEL_CALL(GetFirmwareVersion(0, 1)), kNo, 0, kBandVersion, kNo, kNo, 0},
     {ZEL_CALL(GetFirmwareVersion(0, 2)), kNo, 0, kNo, kNo, kNo, 0},

@@ -97,7 +97,7 @@ TEST_F(UnservedCalls, YieldTheChosenValueForAnotherProduct) {
     SetUnsupportedProductErrorCode(-7);
     connectReader();
     unsigned char buffer[32] = {};
-    for (const unsigned product : {0U, 2U, 3U, 4U}) {
+    for (const unsigned product : {0U, 3U, 8U}) {
         DevDat[0].iProduct = product;
         EXPECT_EQ(GetActiveID(buffer, 8), -7) << product;
         EXPECT_EQ(GetActiveID32(buffer, 32), -7) << product;

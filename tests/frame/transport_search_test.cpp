@@ -5,6 +5,7 @@
 #include "tests/family/line_scan.h"
 #include "tests/support/loopback.h"
 #include "transport/port.h"
+#include "transport/port_objects.h"
 #include "transport/serial_port.h"
 
 #include <cstring>
@@ -176,7 +177,7 @@ TEST_F(LineDisconnect, ClosesLinesAndFreesObjectsOfAllRecords) {
     attachTag(1);
     attachTag(2);
     ComConnect(nullptr);
-    DevDat[126].pPort = new CPort;
+    zel::freshPort(DevDat[126]);
     DevDat[126].pPort->SetPort(77);
     told();
     EXPECT_EQ(USBDisconnect(), 1);

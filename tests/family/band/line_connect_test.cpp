@@ -4,6 +4,7 @@
 #include "tests/family/band/stripe_reader.h"
 #include "tests/family/line_scan.h"
 #include "transport/port.h"
+#include "transport/port_objects.h"
 #include "transport/serial_port.h"
 
 #include <cstring>
@@ -104,7 +105,7 @@ TEST_F(BandScan, RunsAtNineThousandSixHundredBaud) {
 TEST_F(BandScan, PassesOverLinesThatAnyRecordHasAnObjectFor) {
     for (const int port : {1, 2, 3})
         attachStripe(port);
-    DevDat[126].pPort = new CPort;
+    zel::freshPort(DevDat[126]);
     DevDat[126].pPort->SetPort(2);
     EXPECT_EQ(zelband_comConnect(), 1);
     EXPECT_EQ(opened(), "1 3 4 fails 5 fails 6 fails 7 fails 8 fails");
@@ -145,7 +146,7 @@ TEST_F(BandScanPorts, LoseTheObjectOfALineThatDoesNotAnswer) {
 
 TEST_F(BandScanPorts, CloseALineThatTheNextRecordStillHolds) {
     attachStripe(1);
-    DevDat[0].pPort = new CPort;
+    zel::freshPort(DevDat[0]);
     DevDat[0].pPort->SetPort(5);
     lines().attach(path(5), std::make_shared<StripeLine>());
     ASSERT_TRUE(DevDat[0].pPort->Connect());

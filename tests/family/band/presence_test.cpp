@@ -6,6 +6,7 @@
 #include "tests/family/line_scan.h"
 #include "transport/found_devices.h"
 #include "transport/port.h"
+#include "transport/port_objects.h"
 
 using namespace zel::test;
 
@@ -16,7 +17,7 @@ class StripeOnLine : public LineScan {
 protected:
     StripeOnLine() {
         lines().attach(kPath, reader);
-        DevDat[0].pPort = new CPort;
+        zel::freshPort(DevDat[0]);
         DevDat[0].iDevType = 1;
         DevDat[0].pPort->SetPort(1);
         EXPECT_TRUE(DevDat[0].pPort->Connect());
@@ -111,10 +112,10 @@ TEST_F(StripeOnLine, PausesOnceAfterAReplyOfSuccessToAnotherCommand) {
 }
 
 TEST_F(StripeOnLine, WithoutAnObjectIsAbsent) {
-    CPort* const object = std::exchange(DevDat[0].pPort, nullptr);
+    zel::freePort(DevDat[0]);
+    told();
     EXPECT_EQ(zelband_IsDevicePresent(), 0);
     EXPECT_EQ(told(), "~ 30 ms x 2\n~ 2 ms\n~ 25 ms\n~ 2 ms x 2\n");
-    delete object;
 }
 
 TEST_F(StripeOnLine, TakesCommandsCutAtTwentyThreeCharacters) {

@@ -4,6 +4,7 @@
 #include "tests/family/tag/network_test.h"
 #include "tests/sim/echo_stream.h"
 #include "transport/port.h"
+#include "transport/port_objects.h"
 #include "transport/serial_port.h"
 
 using namespace zel;
@@ -60,7 +61,7 @@ TEST_F(ReportBridge, ThatRefusesLeavesTheMarkSet) {
 
 TEST_F(ReportBridge, FreesTheObjectOfItsRecord) {
     bridge(5);
-    DevDat[0].pPort = new CPort;
+    zel::freshPort(DevDat[0]);
     connectReports(5);
     EXPECT_EQ(DevDat[0].pPort, nullptr);
 }

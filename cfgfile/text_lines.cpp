@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Reads lines and takes them apart.
+#include "cfgfile/text_lines.h"
+
+#include <cstring>
+
+namespace zel::cfgfile {
+
+char* Lines::next() {
+    char* text = pieces_.next();
+    while (text && *text != '\0' && static_cast<signed char>(*text) <= ' ')
+        ++text;
+    return text;
+}
+
+bool isComment(const char* text) { return *text == '\0' || *text == '/' || *text == ':'; }
+
+KeyValue keyValueIn(char* text) {
+    constexpr char kBetween[] = ", =\t";
+    char* rest = nullptr;
+    const char* const key = strtok_r(text, kBetween, &rest);
+    const char* const value = key ? strtok_r(nullptr, kBetween, &rest) : nullptr;
+    unsigned short number = 0;
+    if (!value || std::sscanf(value, "%hu", &number) != 1)
+        return {};
+    return {key, number};
+}
+
+} // namespace zel::cfgfile

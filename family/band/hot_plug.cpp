@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Arrivals and removals, for this family.
+#include "family/band/band.h"
+#include "transport/device_list.h"
+
+// The name is that of a proximity reader, the ownership asked for this family's own.
+int zelband_ChkAddArrival(const char* name) {
+    return zel::addArrival(name, {0x5A3E, 0x9D23, 0x5A3E, 0x9D2B}, nullptr);
+}
+
+int zelband_ChkDelRemoval(const char* name) { return zel::removeDevice(name); }

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Arrivals and removals, for this family.
+#include "family/echo/echo.h"
+#include "transport/device_list.h"
+
+// What an arrival tells goes to record 0, whichever device that is; the record added stays empty.
+int zelecho_ChkAddArrival(const char* name) {
+    return zel::addArrival(name, {0x8E4A, 0x9D2A, 0x8E4A, 0x9D2A}, &DevDat[0]);
+}
+
+int zelEchoChkDelRemoval(const char* name) { return zel::removeDevice(name); }
