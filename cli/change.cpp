@@ -24,18 +24,6 @@ Failure outside(const Word& word, std::string_view value) {
                    fmt::format("it takes {} to {}{}", least, most, unit));
 }
 
-// Decimal, or hexadecimal behind 0x.
-std::optional<int> numberIn(std::string_view text) {
-    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
-    if (hexadecimal)
-        text.remove_prefix(2);
-    int number = 0;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), number, hexadecimal ? 16 : 10);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole ? std::optional(number) : std::nullopt;
-}
-
 std::optional<Failure> whyFixed(const Word& word) {
     if (word.kind == WordKind::pad)
         return refusal(fmt::format("{} is padding and can't be set", fullName(word)),
@@ -124,6 +112,17 @@ std::string keptText(const Change& change) {
 }
 
 } // namespace
+
+std::optional<int> numberIn(std::string_view text) {
+    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    if (hexadecimal)
+        text.remove_prefix(2);
+    int number = 0;
+    const auto [end, error] =
+        std::from_chars(text.data(), text.data() + text.size(), number, hexadecimal ? 16 : 10);
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    return whole ? std::optional(number) : std::nullopt;
+}
 
 // The low digit of the library's code is the word's index in its record.
 Failure explainRefusal(std::size_t record, const Values& values) {

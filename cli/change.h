@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct Change {
 };
 
 using Changes = std::vector<Change>;
+
+// A whole number, decimal or hexadecimal behind 0x.
+std::optional<int> numberIn(std::string_view text);
 
 // Takes NAME=VALUE apart. No device is needed to refuse a name, a pad, a word that can't be set or
 // a number that isn't one.

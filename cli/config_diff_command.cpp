@@ -4,6 +4,7 @@
 #include "cli/connection.h"
 #include "cli/device.h"
 #include "cli/input_file.h"
+#include "cli/stripe_file.h"
 #include "cli/template_file.h"
 
 #include <CLI/CLI.hpp>
@@ -55,6 +56,8 @@ private:
         const Connection connection(options, Need::Settings);
         if (connection.failure())
             return connection.failure();
+        if (auto failure = whyUnfit(path_))
+            return failure;
         const Configurations held = activeConfigurations();
         const bool fits = first.size() <= held.size();
         return tell({activeDevice().name, compare(first, held, Untold::Passes), first.size(),
@@ -66,6 +69,11 @@ private:
         Configurations second;
         if (auto failure = load(other_, second))
             return failure;
+        if (isStripeFile(path_) != isStripeFile(other_))
+            return Failure{
+                ExitCode::DamagedFile,
+                fmt::format("{} and {} are of different kinds of readers", path_, other_),
+                "compare files of one kind", ""};
         return tell({other_, compare(first, second, Untold::Differs), first.size(), second.size()},
                     options, output);
     }

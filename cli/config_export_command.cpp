@@ -8,6 +8,7 @@
 #include "cli/input_file.h"
 #include "cli/interrupt.h"
 #include "cli/replacement_file.h"
+#include "cli/stripe_file.h"
 #include "cli/template_file.h"
 #include "frame/zelTagAPI.h"
 
@@ -19,7 +20,8 @@ namespace zel::cli {
 
 namespace {
 
-constexpr std::size_t kRoom = 8192; // for a configuration and its part of the rest
+constexpr std::size_t kRoom = 8192;        // for a configuration and its part of the rest
+constexpr std::size_t kStripeRoom = 32768; // for all of a magnetic stripe reader
 
 class ConfigExportCommand : public Command {
 public:
@@ -39,6 +41,8 @@ public:
         const Connection connection(options, Need::Settings);
         if (connection.failure())
             return connection.failure();
+        if (sealed_ && isStripe())
+            return noSealedStripeFile();
         catchInterrupts();
         ReplacementFile file(path_);
         if (file.failure())
@@ -66,10 +70,14 @@ private:
                (!sealed_ || trailerOf(path, FileKind::Template).holds);
     }
 
+    static std::size_t room() {
+        return isStripe() ? kStripeRoom : static_cast<std::size_t>(configurations()) * kRoom;
+    }
+
     static int configurations() { return GetMaxConfig() + 1; }
 
     Failure whyFailed(const ReplacementFile& file) const {
-        if (auto failure = file.tryToFill(static_cast<std::size_t>(configurations()) * kRoom))
+        if (auto failure = file.tryToFill(room()))
             return *failure;
         const Device device = activeDevice();
         return {ExitCode::Failed,

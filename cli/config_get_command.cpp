@@ -4,6 +4,7 @@
 #include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/device.h"
+#include "cli/stripe_change.h"
 #include "cli/word_search.h"
 #include "frame/zelTagAPI.h"
 
@@ -28,19 +29,46 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
+        const StripeSetting* const setting = findStripeSetting(name_);
+        return setting ? runStripe(*setting, options, output) : runTag(options, output);
+    }
+
+private:
+    Outcome runTag(const Options& options, Output& output) const {
         const auto found = findWord(name_);
         if (const auto* const failure = std::get_if<Failure>(&found))
             return *failure;
         const Connection connection(options, Need::Settings);
         if (connection.failure())
             return connection.failure();
+        if (!isTag())
+            return wrongKind(name_);
         const ChosenConfiguration chosen(configuration_);
         if (chosen.failure())
             return chosen.failure();
         return print(*std::get<const Word*>(found), options, output);
     }
 
-private:
+    Outcome runStripe(const StripeSetting& setting, const Options& options, Output& output) const {
+        const Connection connection(options, Need::Settings);
+        if (connection.failure())
+            return connection.failure();
+        if (!isStripe())
+            return wrongKind(setting.name);
+        const ChosenConfiguration chosen(configuration_);
+        if (chosen.failure())
+            return chosen.failure();
+        const int value = setting.get(setting);
+        if (!options.json)
+            output.line(std::to_string(value));
+        else
+            output.object(Json{{"device", toJson(activeDevice())},
+                               {"config", GetActConfig()},
+                               {"name", setting.name},
+                               {"value", value}});
+        return {};
+    }
+
     // The bare number: made for programs.
     static Outcome print(const Word& word, const Options& options, Output& output) {
         Values values = {};

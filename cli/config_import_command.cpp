@@ -5,6 +5,7 @@
 #include "cli/import_report.h"
 #include "cli/input_file.h"
 #include "cli/interrupt.h"
+#include "cli/stripe_file.h"
 #include "cli/template_file.h"
 #include "frame/zelTagAPI.h"
 
@@ -47,6 +48,8 @@ public:
 
 private:
     Outcome whyUnusable() const {
+        if (import_.sealed && isStripeFile(import_.name))
+            return noSealedStripeFile();
         if (auto failure = import_.sealed ? whyDamaged(import_.name, FileKind::Template)
                                           : whyUnreadable(import_.name))
             return failure;

@@ -5,6 +5,8 @@
 #include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/device.h"
+#include "cli/stripe_change.h"
+#include "cli/stripe_file.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
@@ -20,6 +22,11 @@ bool changesSomething(const Changes& changes) {
                        [](const Change& change) { return change.old != change.wanted; });
 }
 
+bool changesSomething(const Differences& changes) {
+    return std::any_of(changes.begin(), changes.end(),
+                       [](const Difference& change) { return change.before != change.after; });
+}
+
 Json jsonOf(const Change& change) {
     Json json = {{"record", recordName(change.word->record)},
                  {"name", change.word->name},
@@ -28,6 +35,13 @@ Json jsonOf(const Change& change) {
     if (change.kept)
         json["kept"] = *change.kept;
     return json;
+}
+
+Json listOf(const Changes& changes) {
+    Json list = Json::array();
+    for (const Change& change : changes)
+        list.push_back(jsonOf(change));
+    return list;
 }
 
 class ConfigSetCommand : public Command {
@@ -46,6 +60,11 @@ public:
     }
 
     Outcome run(const Options& options, Output& output) override {
+        return meansStripe(assignments_) ? runStripe(options, output) : runTag(options, output);
+    }
+
+private:
+    Outcome runTag(const Options& options, Output& output) {
         auto parsed = parseChanges(assignments_);
         if (const auto* const failure = std::get_if<Failure>(&parsed))
             return *failure;
@@ -53,13 +72,45 @@ public:
         const Connection connection(options, Need::Change);
         if (connection.failure())
             return connection.failure();
+        if (!isTag())
+            return wrongKind(changes.front().word->name);
         if (auto failure = apply(changes))
             return failure;
-        options.json ? printJson(changes, output) : print(changes, output);
+        options.json ? printJson(listOf(changes), isWritten(changes), output)
+                     : print(changes, output);
         return {};
     }
 
-private:
+    Outcome runStripe(const Options& options, Output& output) {
+        auto parsed = parseStripeChanges(assignments_);
+        if (const auto* const failure = std::get_if<Failure>(&parsed))
+            return *failure;
+        auto& changes = std::get<Differences>(parsed);
+        const Connection connection(options, Need::Change);
+        if (connection.failure())
+            return connection.failure();
+        if (!isStripe())
+            return wrongKind(allSettings()[changes.front().setting].name);
+        if (auto failure = applyStripe(changes))
+            return failure;
+        options.json ? printJson(toJson(changes), isWritten(changes), output)
+                     : print(changes, output);
+        return {};
+    }
+
+    Outcome applyStripe(Differences& changes) const {
+        const ChosenConfiguration chosen(configuration_);
+        if (chosen.failure())
+            return chosen.failure();
+        prepareStripe(changes);
+        if (!isWritten(changes))
+            return {};
+        if (auto failure = writeAndReadBack())
+            return failure;
+        fillKept(changes, {activeStripeValues()});
+        return {};
+    }
+
     // A value is refused before the first one is sent.
     Outcome apply(Changes& changes) const {
         if (auto failure = set(changes))
@@ -84,23 +135,33 @@ private:
         return {};
     }
 
+    template <class AllChanges> bool isWritten(const AllChanges& changes) const {
+        return !dryRun_ && changesSomething(changes);
+    }
+
     void print(const Changes& changes, Output& output) const {
         for (const Change& change : changes)
             output.line(changeLine(change));
+        printEnd(isWritten(changes), output);
+    }
+
+    void print(const Differences& changes, Output& output) const {
+        cli::print(changes, false, output);
+        printEnd(isWritten(changes), output);
+    }
+
+    void printEnd(bool isWritten, Output& output) const {
         if (dryRun_)
             output.line("nothing was written: --dry-run");
-        else if (!changesSomething(changes))
+        else if (!isWritten)
             output.line("nothing was written: no value is new");
     }
 
-    void printJson(const Changes& changes, Output& output) const {
-        Json list = Json::array();
-        for (const Change& change : changes)
-            list.push_back(jsonOf(change));
+    void printJson(const Json& changes, bool isWritten, Output& output) const {
         output.object(Json{{"device", toJson(activeDevice())},
                            {"config", configuration_.value_or(GetActConfig())},
-                           {"written", !dryRun_ && changesSomething(changes)},
-                           {"changes", list}});
+                           {"written", isWritten},
+                           {"changes", changes}});
     }
 
     std::vector<std::string> assignments_;

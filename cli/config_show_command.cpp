@@ -4,6 +4,7 @@
 #include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/device.h"
+#include "cli/stripe_settings.h"
 #include "cli/words.h"
 #include "frame/zelTagAPI.h"
 
@@ -56,6 +57,18 @@ template <class Use> bool forRecord(std::size_t record, Use use) {
     return true;
 }
 
+std::string lineOf(const StripeSetting& setting) {
+    return fmt::format("  {:26} {:>7}  {}", setting.name, valueText(setting, setting.get(setting)),
+                       kindText(setting));
+}
+
+Json jsonOf(const StripeSetting& setting) {
+    Json json = {{"value", setting.get(setting)}, {"kind", kindText(setting)}};
+    if (setting.kind == StripeSetting::Kind::Time)
+        json["unit"] = "ms";
+    return json;
+}
+
 class ConfigShowCommand : public Command {
 public:
     CommandText text() const override {
@@ -71,6 +84,8 @@ public:
         const ChosenConfiguration chosen(configuration_);
         if (chosen.failure())
             return chosen.failure();
+        if (isStripe())
+            return options.json ? printStripeJson(output) : printStripe(output);
         return options.json ? printJson(output) : print(output);
     }
 
@@ -103,6 +118,24 @@ private:
                            {"config", GetActConfig()},
                            {"configurations", GetMaxConfig() + 1},
                            {"records", records}});
+        return {};
+    }
+
+    static Outcome printStripe(Output& output) {
+        output.line(activeDevice().name);
+        for (const StripeSetting& setting : allStripeSettings())
+            output.line(lineOf(setting));
+        return {};
+    }
+
+    static Outcome printStripeJson(Output& output) {
+        Json settings = Json::object();
+        for (const StripeSetting& setting : allStripeSettings())
+            settings[setting.name] = jsonOf(setting);
+        output.object(Json{{"device", toJson(activeDevice())},
+                           {"config", GetActConfig()},
+                           {"configurations", GetMaxConfig() + 1},
+                           {"settings", settings}});
         return {};
     }
 

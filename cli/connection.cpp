@@ -6,6 +6,7 @@
 #include "cli/device.h"
 #include "cli/output.h"
 #include "cli/place.h"
+#include "cli/stripe_settings.h"
 #include "frame/zelTagAPI.h"
 
 #include <fmt/format.h>
@@ -13,6 +14,8 @@
 namespace zel::cli {
 
 namespace {
+
+bool gIsAllRead = false; // the connect read each device's configuration
 
 std::string presentDevices() {
     const int count = GetDevCnt();
@@ -53,12 +56,17 @@ Failure noSettings() {
 
 // The connect ends at the first configuration that it can't read; the devices behind it are asked
 // here. A reader of several configurations that wasn't the first tells them all on a second read.
-bool hasSettings() { return isConfigurationRead() || (ReadCfg() == 1 && isConfigurationRead()); }
+// Nothing marks a magnetic stripe reader that couldn't be read.
+bool hasSettings() {
+    if (isStripe())
+        return gIsAllRead || ReadCfg() == 1;
+    return isConfigurationRead() || (ReadCfg() == 1 && isConfigurationRead());
+}
 
 void warnOfUnreadable() {
     for (int index = 0; index < GetDevCnt(); ++index) {
         SetActDev(static_cast<short>(index));
-        if (isTag() && !hasSettings())
+        if ((isTag() || isStripe()) && !hasSettings())
             warn("warning: " + asLine(unreadable()));
     }
     SetActDev(0);
@@ -74,12 +82,12 @@ Outcome connect(const Options& options, Need need) {
     if (auto failure = choosePlace(options))
         return failure;
     showProgress(whatIsAwaited(options));
-    const bool complete = USBConnect(nullptr) == 1;
+    gIsAllRead = USBConnect(nullptr) == 1;
     if (GetDevCnt() == 0)
         return explainNothing(options);
     if (needsChoice(need) && !options.device && GetDevCnt() > 1)
         return severalReaders();
-    if (!complete && warnsOfUnreadable(need))
+    if (!gIsAllRead && warnsOfUnreadable(need))
         warnOfUnreadable();
     if (options.device)
         if (auto failure = choose(*options.device))
@@ -90,7 +98,7 @@ Outcome connect(const Options& options, Need need) {
 } // namespace
 
 Outcome checkSettings() {
-    if (!isTag())
+    if (!isTag() && !isStripe())
         return noSettings();
     return hasSettings() ? Outcome() : unreadable();
 }

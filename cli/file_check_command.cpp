@@ -12,8 +12,11 @@ namespace zel::cli {
 
 namespace {
 
-const std::map<std::string, FileKind> kKinds = {
-    {"template", FileKind::Template}, {"firmware", FileKind::Firmware}, {"keys", FileKind::Keys}};
+const std::map<std::string, FileKind> kKinds = {{"template", FileKind::Template},
+                                                {"firmware", FileKind::Firmware},
+                                                {"keys", FileKind::Keys},
+                                                {"zelBand", FileKind::Band},
+                                                {"zelEcho", FileKind::Echo}};
 
 class FileCheckCommand : public Command {
 public:
@@ -24,10 +27,11 @@ public:
 
     void addOptions(CLI::App& app) override {
         app.add_option("FILE", path_, "The file")->option_text(" ")->required();
-        app.add_option("--kind", kind_, "template, firmware or keys; else its content tells")
+        app.add_option("--kind", kind_,
+                       "template, firmware, keys, zelBand or zelEcho; else its content tells")
             ->option_text("KIND")
             ->type_name("KIND")
-            ->check(CLI::IsMember({"template", "firmware", "keys"}));
+            ->check(CLI::IsMember({"template", "firmware", "keys", "zelBand", "zelEcho"}));
         app.add_flag("--sealed", sealed_, "Refuse a template file without a checksum");
     }
 
@@ -40,6 +44,8 @@ public:
             return Failure{ExitCode::DamagedFile, path_ + " is no template, firmware or key file",
                            "--kind tells what it is meant to be", ""};
         const Trailer trailer = trailerOf(path_, *kind);
+        if (isPlain(*kind))
+            return judgeLines(*kind, trailer, options, output);
         const bool open = *kind == FileKind::Template && !sealed_ && !hasTrailer(text);
         if (!trailer.holds && !open)
             return damaged(path_, trailer);
@@ -48,6 +54,29 @@ public:
     }
 
 private:
+    // Settings without a checksum: a whole file and a part of one are both good.
+    Outcome judgeLines(FileKind kind, const Trailer& lines, const Options& options,
+                       Output& output) const {
+        const std::string name = kindName(kind);
+        if (sealed_)
+            return Failure{ExitCode::DamagedFile, path_ + " has no checksum",
+                           "a " + name + " file never has one", ""};
+        if (!lines.holds && !lines.isPartial)
+            return Failure{ExitCode::DamagedFile,
+                           fmt::format("{} is no good {} file: {}", path_, name, lines.reason),
+                           "correct it", ""};
+        if (options.json)
+            output.object(Json{{"path", path_},
+                               {"kind", name},
+                               {"sealed", false},
+                               {"checksum", Json()},
+                               {"whole", lines.holds}});
+        else
+            output.line(
+                fmt::format("{}  {} file, {}", path_, name, lines.holds ? "whole" : lines.reason));
+        return {};
+    }
+
     void tell(FileKind kind, const Trailer& trailer, const Options& options, Output& output) const {
         if (options.json)
             output.object(Json{{"path", path_},

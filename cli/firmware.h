@@ -8,7 +8,7 @@
 namespace zel::cli {
 
 struct Firmware {
-    std::string version; // both may be empty
+    std::string version; // both may be empty; of a stripe reader "DEVICEID/VERSION"
     std::string file;
 };
 

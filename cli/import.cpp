@@ -6,8 +6,8 @@
 #include "cli/configuration.h"
 #include "cli/connection.h"
 #include "cli/template_file.h"
+#include "cli/untouched_memory.h"
 #include "frame/zelTagAPI.h"
-#include "frame/zelTagFiles.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -19,20 +19,6 @@ namespace {
 
 constexpr char kImportAgain[] =
     "check its cable, then import the file again: a part may be written";
-
-// The library's memory of the active reader goes back to what it was.
-class UntouchedMemory {
-public:
-    UntouchedMemory()
-        : device_(GetActDev()), before_(std::make_unique<tsDevDat>(DevDat[device_])) {}
-    ~UntouchedMemory() { DevDat[device_] = *before_; }
-    UntouchedMemory(const UntouchedMemory&) = delete;
-    UntouchedMemory& operator=(const UntouchedMemory&) = delete;
-
-private:
-    int device_;
-    std::unique_ptr<tsDevDat> before_;
-};
 
 const Word* wordOf(const Difference& change) { return allSettings()[change.setting].word; }
 
@@ -114,17 +100,22 @@ void plan(Import& import, const Configurations& told, const std::string& name) {
     findRefused(import);
 }
 
+// The file of a magnetic stripe reader goes to the library's memory alone.
+bool isSent() { return !isStripe() || WriteCfg() == 1; }
+
 Outcome write(const ImportOptions& options) {
     const ChosenConfiguration chosen(std::nullopt); // a failed import leaves another one active
     showProgress("writing to " + activeDevice().name + ", which takes a moment");
     const char* const name = options.name.c_str();
-    if ((options.sealed ? ReadDevCfgFromSecureFile(name) : ReadDevCfgFmFile(name)) != 1)
-        return deviceFailed("writing", kImportAgain);
-    return {};
+    const bool isTaken =
+        (options.sealed ? ReadDevCfgFromSecureFile(name) : ReadDevCfgFmFile(name)) == 1;
+    return isTaken && isSent() ? Outcome() : deviceFailed("writing", kImportAgain);
 }
 
 Outcome prepare(Import& import, const ImportOptions& options) {
     if (auto failure = checkSettings())
+        return failure;
+    if (auto failure = whyUnfit(options.name))
         return failure;
     const auto told = configurationsIn(options.name);
     if (const auto* const failure = std::get_if<Failure>(&told))

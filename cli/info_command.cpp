@@ -5,6 +5,7 @@
 #include "cli/connection.h"
 #include "cli/device.h"
 #include "cli/firmware.h"
+#include "cli/stripe_settings.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
@@ -75,7 +76,29 @@ Json filterName() {
     return textOrNull(printable(name ? name : ""));
 }
 
+constexpr int kCounters = 4;
+
+Json counters() {
+    Json all = Json::array();
+    for (int index = 0; index < kCounters; ++index)
+        all.push_back(zelBandGetSystemInternalCount(index));
+    return all;
+}
+
+std::vector<Fact> stripeFacts() {
+    return {{"product", "product", activeProduct()},
+            {"luid", "LUID", static_cast<std::uint16_t>(GetLUID())},
+            {"device_id", "device ID", static_cast<std::uint16_t>(GetDID())},
+            {"part_number", "part number", textOrNull(partNumber())},
+            {"firmware_version", "firmware", textOrNull(activeFirmware().version)},
+            {"uptime", "uptime", zelBandGetSystemUptime()},
+            {"cards_read", "cards read", zelBandGetSystemCardsRead()},
+            {"counters", "counters", counters()}};
+}
+
 std::vector<Fact> facts() {
+    if (isStripe())
+        return stripeFacts();
     const Firmware firmware = activeFirmware();
     return {{"product", "product", activeProduct()},
             {"filter_list", "filter list", filterName()},
@@ -101,7 +124,8 @@ std::string shown(const Json& value) {
         return value.dump();
     std::string text;
     for (const Json& word : value)
-        text += (text.empty() ? "" : " ") + word.get<std::string>();
+        text +=
+            (text.empty() ? "" : " ") + (word.is_string() ? word.get<std::string>() : word.dump());
     return text;
 }
 

@@ -17,8 +17,17 @@ namespace zel::cli {
 
 namespace {
 
-constexpr char kTitle[] = "--- zelTag and OEM Reader Configuration Template File ---";
-constexpr std::size_t kTitleWithin = 128;
+struct Title {
+    FileKind kind;
+    const char* text;
+    std::size_t within; // bytes of the file's begin
+};
+
+constexpr Title kTitles[] = {
+    {FileKind::Template, "--- zelTag and OEM Reader Configuration Template File ---", 128},
+    {FileKind::Band, "--- zelBand Configuration Template File ---", 257},
+    {FileKind::Echo, "--- Sonar Configuration Template File ---", 128}};
+
 constexpr char kFreshCopy[] = "take a fresh copy of it";
 
 int numberOf(FileKind kind) {
@@ -27,6 +36,10 @@ int numberOf(FileKind kind) {
         return ZELTAGAPI_FILE_TEMPLATE;
     case FileKind::Firmware:
         return ZELTAGAPI_FILE_FIRMWARE;
+    case FileKind::Band:
+        return ZELTAGAPI_FILE_BAND;
+    case FileKind::Echo:
+        return ZELTAGAPI_FILE_ECHO;
     case FileKind::Keys:
         break;
     }
@@ -44,6 +57,14 @@ std::string reasonOf(const zelFileCheck& check) {
     case ZELTAGAPI_FAULT_CHECKSUM:
         return fmt::format("line {} tells the checksum {}, the text has {}", check.line, check.told,
                            check.computed);
+    case ZELTAGAPI_FAULT_TITLE:
+        return "it doesn't begin with its title";
+    case ZELTAGAPI_FAULT_LINE:
+        return fmt::format("line {} sets nothing", check.line);
+    case ZELTAGAPI_FAULT_VALUE:
+        return fmt::format("line {} tells a number that its setting can't have", check.line);
+    case ZELTAGAPI_FAULT_MISSING:
+        return "some settings have no line";
     default:
         return "it can't be opened";
     }
@@ -71,8 +92,8 @@ bool isFirmware(const std::string& text) {
 } // namespace
 
 const char* kindName(FileKind kind) {
-    return kind == FileKind::Template ? "template"
-                                      : (kind == FileKind::Firmware ? "firmware" : "key");
+    constexpr const char* kNames[] = {"template", "firmware", "key", "zelBand", "zelEcho"};
+    return kNames[static_cast<std::size_t>(kind)];
 }
 
 Outcome whyUnreadable(const std::string& name) {
@@ -96,8 +117,9 @@ std::string textOf(const std::string& name) {
 }
 
 std::optional<FileKind> kindOf(const std::string& text) {
-    if (text.substr(0, kTitleWithin).find(kTitle) != std::string::npos)
-        return FileKind::Template;
+    for (const Title& title : kTitles)
+        if (text.substr(0, title.within).find(title.text) != std::string::npos)
+            return title.kind;
     const std::string line = text.substr(0, text.find('\n'));
     if (line.starts_with("[Blob") || line.starts_with("[EOF]"))
         return FileKind::Keys;
@@ -112,7 +134,12 @@ bool hasTrailer(const std::string& text) {
 Trailer trailerOf(const std::string& name, FileKind kind) {
     zelFileCheck check = {};
     const bool holds = zelTagAPI_checkFile(name.c_str(), numberOf(kind), &check) == 1;
-    return {holds, check.line, check.told, check.computed, holds ? "" : reasonOf(check)};
+    return {holds,
+            check.line,
+            check.told,
+            check.computed,
+            holds ? "" : reasonOf(check),
+            check.fault == ZELTAGAPI_FAULT_MISSING};
 }
 
 Outcome whyDamaged(const std::string& name, FileKind kind) {

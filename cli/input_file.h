@@ -9,9 +9,12 @@
 
 namespace zel::cli {
 
-enum class FileKind { Template, Firmware, Keys };
+enum class FileKind { Template, Firmware, Keys, Band, Echo };
 
-// "template", "firmware", "key"
+// Settings of a kind that has no checksum.
+inline bool isPlain(FileKind kind) { return kind == FileKind::Band || kind == FileKind::Echo; }
+
+// "template", "firmware", "key", "zelBand", "zelEcho"
 const char* kindName(FileKind kind);
 
 // Why a file can't be read; nothing when it can.
@@ -30,10 +33,12 @@ struct Trailer {
     bool holds = false;
     int line = 0; // the one meant, from 1; 0 for none
     std::string told;
-    std::string computed; // checksums; empty where there is none
-    std::string reason;   // why it doesn't hold, with the line
+    std::string computed;   // checksums; empty where there is none
+    std::string reason;     // why it doesn't hold, with the line
+    bool isPartial = false; // of settings: nothing is wrong, and some have no line
 };
 
+// Of a plain kind it tells of the lines.
 Trailer trailerOf(const std::string& name, FileKind kind);
 
 // Why a file must not be used: it can't be read, or its trailer doesn't hold.

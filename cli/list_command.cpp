@@ -27,7 +27,7 @@ struct Row {
 
 Row activeRow() {
     Row row{activeDevice(), activeProduct(), {}, {}, {}};
-    if (!isTag() || !isConfigurationRead())
+    if (isTag() ? !isConfigurationRead() : checkSettings().has_value())
         return row;
     row.luid = static_cast<std::uint16_t>(GetLUID());
     row.configurations = GetMaxConfig() + 1;

@@ -6,6 +6,8 @@
 #include "cli/interrupt.h"
 #include "cli/queued_id.h"
 #include "cli/reading.h"
+#include "cli/stripe_settings.h"
+#include "cli/wait_option.h"
 #include "cli/watch.h"
 
 #include <CLI/CLI.hpp>
@@ -18,14 +20,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kLongestWait = 86400; // seconds
-
-// Asks for the inside of the range: "nan" is neither below nor above it.
-std::string checkWait(const std::string& text) {
-    double seconds = -1;
-    const bool valid =
-        CLI::detail::lexical_cast(text, seconds) && seconds >= 0 && seconds <= kLongestWait;
-    return valid ? "" : "SECONDS is a number from 0 to 86400, not " + text;
+Failure readsStripes() {
+    const Device device = activeDevice();
+    return {ExitCode::Failed,
+            fmt::format("{} is a {}: its cards are swiped", device.name, activeProduct()),
+            "use `zeltag swipe`", device.name};
 }
 
 Failure noCard(const Device& device) {
@@ -42,10 +41,7 @@ public:
 
     void addOptions(CLI::App& app) override {
         app.add_flag("--watch", watch_, "Print each card that comes and goes, until Ctrl-C");
-        app.add_option("--wait", wait_, "Wait up to SECONDS for a card")
-            ->option_text("SECONDS")
-            ->type_name("SECONDS")
-            ->check(CLI::Validator(checkWait, ""));
+        addWaitOption(app, wait_, "Wait up to SECONDS for a card");
         auto* const longRead = app.add_flag(
             "--long", long_, "Print all 32 bytes, those behind the identifier's bits too");
         auto* const queued =
@@ -64,6 +60,8 @@ public:
         const Connection connection(options);
         if (connection.failure())
             return connection.failure();
+        if (isStripe())
+            return readsStripes();
         const Device device = activeDevice();
         if (queued_)
             return readQueuedId(device, options, output);

@@ -23,6 +23,8 @@ std::vector<Setting> makeSettings() {
         all.push_back({fmt::format("uSFD[{}]", i), nullptr, true});
     all.push_back({"CardType", nullptr, false});
     all.push_back({"CardPriority", nullptr, false});
+    for (const StripeSetting& setting : allStripeSettings())
+        all.push_back({setting.name, nullptr, false, &setting});
     return all;
 }
 
@@ -33,7 +35,16 @@ std::string text(const Setting& setting, std::optional<int> value) {
         return "-";
     if (setting.isByte)
         return fmt::format("0x{:02X}", static_cast<unsigned>(*value));
+    if (setting.stripe)
+        return valueText(*setting.stripe, *value);
     return setting.word ? valueText(*setting.word, *value) : std::to_string(*value);
+}
+
+// Milliseconds in a step of what the reader counts in; 0 for what is no time.
+int stepOf(const Setting& setting) {
+    if (setting.stripe)
+        return setting.stripe->kind == StripeSetting::Kind::Time ? kStripeTimeUnit : 0;
+    return setting.word && isTime(*setting.word) ? setting.word->unit : 0;
 }
 
 std::string keptText(const Difference& difference) {
@@ -42,10 +53,9 @@ std::string keptText(const Difference& difference) {
     if (!difference.kept || difference.kept == difference.after || isMark)
         return "";
     const std::string kept = text(setting, difference.kept);
-    return setting.word && isTime(*setting.word)
-               ? fmt::format(", kept as {}: the reader counts in steps of {} ms", kept,
-                             setting.word->unit)
-               : fmt::format(", but the reader kept {}", kept);
+    return stepOf(setting) != 0 ? fmt::format(", kept as {}: the reader counts in steps of {} ms",
+                                              kept, stepOf(setting))
+                                : fmt::format(", but the reader kept {}", kept);
 }
 
 std::string lineOf(const Difference& difference) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cli/output.h"
+#include "cli/stripe_settings.h"
 #include "cli/words.h"
 
 #include <optional>
@@ -15,9 +16,11 @@ struct Setting {
     std::string name; // "TimeParms.iIDHoldTO", "AZERTYShiftLock", "uSFD[12]", "CardType"
     const Word* word; // null for what stands beside the records
     bool isByte;      // written in hexadecimal
+    const StripeSetting* stripe = nullptr; // of a magnetic stripe reader
 };
 
-// What can be set of a configuration: words, the two options, field data and the card type.
+// What can be set of a configuration: words, the two options, field data and the card type; behind
+// them the settings of a magnetic stripe reader, which has no others.
 const std::vector<Setting>& allSettings();
 
 // By setting; nothing where it isn't told.

@@ -2,7 +2,9 @@
 // Turns the library's configurations into lists of settings.
 #include "cli/template_file.h"
 
+#include "cli/device.h"
 #include "cli/input_file.h"
+#include "cli/stripe_file.h"
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"
 
@@ -43,6 +45,7 @@ SettingValues valuesOf(const tsTagCfg& config) {
         values.emplace_back(byte);
     values.emplace_back(config.iCardType);
     values.emplace_back(static_cast<std::int16_t>(config.iCardPriority));
+    values.resize(allSettings().size());
     return values;
 }
 
@@ -61,8 +64,10 @@ Records activeRecords() {
 // A reader of one configuration has no card type.
 Configurations ofReader(const Records& records) {
     Configurations all = valuesOf(records);
-    if (all.size() == 1)
-        std::fill(all[0].end() - 2, all[0].end(), std::nullopt);
+    const auto behindCardType = allSettings().size() - allStripeSettings().size();
+    for (std::size_t setting = behindCardType - 2; all.size() == 1 && setting < behindCardType;
+         ++setting)
+        all[0][setting].reset();
     return all;
 }
 
@@ -90,9 +95,22 @@ std::string withoutTrailer(const std::string& text) {
 
 } // namespace
 
+Outcome whyUnfit(const std::string& name) {
+    if (isStripeFile(name) == isStripe())
+        return {};
+    const std::string device = activeDevice().name;
+    return Failure{ExitCode::DamagedFile,
+                   fmt::format("{} is of a {} reader, and {} is a {}", name,
+                               isStripe() ? "proximity" : "magnetic stripe", device,
+                               activeProduct()),
+                   "take a file that `zeltag config export` wrote of such a reader", device};
+}
+
 // A setting is told where the filling doesn't show. What follows the last configuration, such as a
 // trailer, counts as one that tells nothing.
 std::variant<Configurations, Failure> configurationsIn(const std::string& name) {
+    if (isStripeFile(name))
+        return Configurations{toldByStripeFile(name)};
     Configurations all = over(0, name);
     const Configurations other = over(0xFF, name);
     for (std::size_t i = 0; i < all.size() && i < other.size(); ++i)
@@ -106,9 +124,13 @@ std::variant<Configurations, Failure> configurationsIn(const std::string& name) 
     return all;
 }
 
-Configurations activeConfigurations() { return ofReader(activeRecords()); }
+Configurations activeConfigurations() {
+    return isStripe() ? Configurations{activeStripeValues()} : ofReader(activeRecords());
+}
 
 Configurations importedConfigurations(const std::string& name) {
+    if (isStripe())
+        return {importedStripeValues(name)};
     Records records = activeRecords();
     zelTagAPI_readTemplate(name.c_str(), records.data(), static_cast<int>(records.size()), 1);
     return ofReader(records);
@@ -118,11 +140,15 @@ Configurations importedConfigurations(const std::string& name) {
 bool tellsAll(const std::string& name, const Configurations& held) {
     const auto told = configurationsIn(name);
     const auto* const all = std::get_if<Configurations>(&told);
+    if (isStripe())
+        return all && *all == held && isStripeFileWhole(name);
     return all && all->size() == held.size() && compare(*all, held, Untold::Passes).empty() &&
            withoutTrailer(textOf(name)).ends_with(lastLine(held.size()));
 }
 
 bool showsKeys() {
+    if (isStripe())
+        return false;
     const Records records = activeRecords();
     return std::any_of(records.begin(), records.end(),
                        [](const tsTagCfg& config) { return zelTagAPI_showsKeys(&config) != 0; });

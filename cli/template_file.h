@@ -10,8 +10,11 @@
 
 namespace zel::cli {
 
-// What the file tells, a configuration each.
+// What the file tells, a configuration each; that of a magnetic stripe reader tells one.
 std::variant<Configurations, Failure> configurationsIn(const std::string& name);
+
+// Why a file isn't one for the active reader: it is of another kind of reader.
+Outcome whyUnfit(const std::string& name);
 
 // Those of the active reader, in the library's memory.
 Configurations activeConfigurations();

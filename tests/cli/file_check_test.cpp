@@ -36,6 +36,8 @@ TEST(FileKinds, AreToldByTheBeginning) {
     EXPECT_EQ(cli::kindOf(kTitle), FileKind::Template);
     EXPECT_EQ(cli::kindOf(std::string(70, ' ') + kTitle), FileKind::Template);
     EXPECT_EQ(cli::kindOf(std::string(71, ' ') + kTitle), std::nullopt);
+    EXPECT_EQ(cli::kindOf("//--- zelBand Configuration Template File ---\n"), FileKind::Band);
+    EXPECT_EQ(cli::kindOf("/--- Sonar Configuration Template File ---\n"), FileKind::Echo);
     EXPECT_EQ(cli::kindOf("[Blob1]\r\n"), FileKind::Keys);
     EXPECT_EQ(cli::kindOf("[EOF]\r\n"), FileKind::Keys);
     EXPECT_EQ(cli::kindOf(":0400\n"), FileKind::Firmware);
@@ -99,6 +101,38 @@ TEST_F(FileCheck, KindMayBeTold) {
                                        "tells what it is meant to be\n"}));
     EXPECT_EQ(check("hello\n", {"--kind", "keys"}), damaged("it has no trailer"));
     EXPECT_EQ(check("hello\n", {"--kind", "music"}).exit, 64);
+}
+
+TEST_F(FileCheck, SettingsWithoutAChecksumAreCheckedByTheirLines) {
+    const std::string band = "//--- zelBand Configuration Template File ---\n";
+    const std::string echo = "/--- Sonar Configuration Template File ---\n";
+    EXPECT_EQ(check(band + "Beeper: 1\n"),
+              (Ended{0, "f  zelBand file, some settings have no line\n", ""}));
+    EXPECT_EQ(check(echo + "FlagsI = 1\n", {"--json"}),
+              (Ended{0,
+                     R"({"path":"f","kind":"zelEcho","sealed":false,"checksum":null,"whole":false})"
+                     "\n",
+                     ""}));
+    EXPECT_EQ(
+        check(band + "Beper: 1\n"),
+        (Ended{65, "", "zeltag: f is no good zelBand file: line 2 sets nothing; correct it\n"}));
+    EXPECT_EQ(check(echo + "PingRateS = 1500\n"),
+              (Ended{65, "",
+                     "zeltag: f is no good zelEcho file: line 2 tells a number that its setting "
+                     "can't have; correct it\n"}));
+    EXPECT_EQ(check("Beeper: 1\n", {"--kind", "zelBand"}),
+              (Ended{65, "",
+                     "zeltag: f is no good zelBand file: it doesn't begin with its title; correct "
+                     "it\n"}));
+    EXPECT_EQ(check("FlagsI = 1\n", {"--kind", "zelEcho"}).exit, 0);
+}
+
+TEST_F(FileCheck, WholeSettingsAreToldAsSuch) {
+    std::ifstream file(ZEL_TEMPLATES "band.txt", std::ios::binary);
+    const std::string text(std::istreambuf_iterator(file), {});
+    EXPECT_EQ(check(text), (Ended{0, "f  zelBand file, whole\n", ""}));
+    EXPECT_EQ(check(text, {"--sealed"}),
+              (Ended{65, "", "zeltag: f has no checksum; a zelBand file never has one\n"}));
 }
 
 TEST_F(FileCheck, MissingFileIsTold) {
