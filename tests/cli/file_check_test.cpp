@@ -129,7 +129,7 @@ TEST_F(FileCheck, SettingsWithoutAChecksumAreCheckedByTheirLines) {
 
 TEST_F(FileCheck, WholeSettingsAreToldAsSuch) {
     std::ifstream file(ZEL_TEMPLATES "band.txt", std::ios::binary);
-    const std::string text(std::istreambuf_iterator(file), {});
+    const std::string text(std::istreambuf_iterator<char>(file), {});
     EXPECT_EQ(check(text), (Ended{0, "f  zelBand file, whole\n", ""}));
     EXPECT_EQ(check(text, {"--sealed"}),
               (Ended{65, "", "zeltag: f has no checksum; a zelBand file never has one\n"}));
