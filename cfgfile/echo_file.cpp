@@ -4,7 +4,7 @@
 
 #include "base/runtime.h"
 #include "cfgfile/text_lines.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 #include "cfgfile/tag_body.h"
 #include "cfgfile/tag_file.h"
 #include "family/tag/records.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <cstdint>

@@ -5,7 +5,7 @@
 #include "cfgfile/tag_file.h"
 #include "cfgfile/tag_tables.h"
 #include "cfgfile/text_lines.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"
 

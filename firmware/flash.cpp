@@ -6,7 +6,7 @@
 #include "firmware/error_words.h"
 #include "firmware/image.h"
 #include "firmware/interruption.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <array>
 #include <csignal>

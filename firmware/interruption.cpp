@@ -5,7 +5,7 @@
 
 #include "firmware/flash.h"
 #include "firmware/pause.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <atomic>

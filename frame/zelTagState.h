@@ -148,7 +148,7 @@ typedef struct tsDevDat {
     uint16_t CardTypeList[1025]; /**< ended by a 0 */
     uint8_t IPAddr[4];           /**< IPv4 address of a device on TCP */
     uint8_t MACAddr[6];          /**< MAC address of a device on TCP */
-    uint64_t lLastIDTick;        /**< ms; see GetActiveID() in frame/active_id.cpp */
+    uint64_t lLastIDTick;        /**< ms; see GetActiveID() in frame/calls/active_id.cpp */
     int32_t iVidPidIdx;          /**< matching row of zelTagVidPid, -1 for the built-in identity */
     uint32_t bTagAdv;            /**< 1: the keyboard-less kind */
     uint64_t lSourceEvent;       /**< value of setSourceEvent() */

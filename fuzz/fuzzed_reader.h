@@ -5,8 +5,8 @@
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagState.h"
 #include "fuzz/input_file.h"
-#include "sim/tag_reader.h"
-#include "sim/usb_bus.h"
+#include "sim/tag/reader.h"
+#include "sim/wire/usb_bus.h"
 
 #include <memory>
 #include <utility>

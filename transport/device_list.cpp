@@ -4,7 +4,7 @@
 
 #include "base/runtime.h"
 #include "base/text.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/usb_driver.h"
 #include "transport/usb_handles.h"
 

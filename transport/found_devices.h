@@ -2,7 +2,7 @@
 // A found USB device and its record, in the way that all families share.
 #pragma once
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/usb_driver.h"
 
 #include <cstdint>

@@ -2,7 +2,7 @@
 // Reads, writes and waits of a byte stream.
 #include "transport/port.h"
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/serial_port.h"
 #include "transport/tcp_socket.h"
 #include "transport/terminal.h"

@@ -2,7 +2,7 @@
 // The port objects of the device table: made at the first try of a line, kept for later tries.
 #pragma once
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 namespace zel {
 

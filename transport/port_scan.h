@@ -2,7 +2,7 @@
 // What the families' scans of the serial lines share.
 #pragma once
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 namespace zel {
 

@@ -3,7 +3,7 @@
 #include "transport/serial_port.h"
 
 #include "base/text.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagLines.h"
 #include "transport/port.h"
 

@@ -2,7 +2,7 @@
 // Matching, handles and retries above the platform's HID services.
 #include "transport/usb_driver.h"
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/usb_platform.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // Closes USB handles once, however many records of the device table hold them.
 #pragma once
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 namespace zel {
 

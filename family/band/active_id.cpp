@@ -2,7 +2,7 @@
 // The active identifier: a field of a track, chosen by the application; and the queued one.
 #include "family/band/band.h"
 #include "family/band/frame.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 
 #include "family/band/band.h"
 #include "family/band/frame.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagErrors.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // Builds frames and exchanges them, with the pauses that the reader needs.
 #include "family/band/frame.h"
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/port.h"
 #include "transport/usb_driver.h"
 

@@ -3,7 +3,7 @@
 #include "family/band/band.h"
 #include "family/band/config.h"
 #include "family/band/frame.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <algorithm>
 #include <iterator>

@@ -2,7 +2,7 @@
 // Whether a magnetic stripe reader answers.
 #include "family/band/band.h"
 #include "family/band/frame.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/port.h"
 
 #include <unistd.h>

@@ -2,7 +2,7 @@
 // Sends a frame of the caller's choice as a report and keeps its reply.
 #include "family/band/band.h"
 #include "family/band/frame.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/usb_driver.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The records that this family shares with the proximity readers; they stand in configuration 0.
 #include "family/band/band.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagErrors.h"
 #include "frame/zelTagSettings.h"
 

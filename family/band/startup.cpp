@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Start-up and shut-down of the magnetic stripe family.
 #include "family/band/band.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 void zelband_Init() {

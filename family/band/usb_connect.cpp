@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Finds magnetic stripe readers on USB, where there are none on lines, and gives each a record.
 #include "family/band/band.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "transport/found_devices.h"
 
 #include <algorithm>

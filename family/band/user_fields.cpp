@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Words of the eleven user fields, and the tracks that are enabled, in memory.
 #include "family/band/band.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <cstddef>
 #include <iterator>

@@ -2,7 +2,7 @@
 // Reads and writes the sensor's settings, and lets it return to stored ones.
 #include "family/echo/blocks.h"
 #include "family/echo/echo.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <iterator>

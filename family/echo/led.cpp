@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The LED flags of the presence sensor, in memory.
 #include "family/echo/echo.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 using namespace zel;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The exported tables of the sensor's words; a row has the index of its word in the record.
 #include "family/echo/words.h"
-#include "frame/exported.h"
+#include "frame/state/exported.h"
 
 #include <cstddef>
 

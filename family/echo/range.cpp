@@ -2,7 +2,7 @@
 // What the sensor sees, and whether it sends keys.
 #include "family/echo/blocks.h"
 #include "family/echo/echo.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <cstring>

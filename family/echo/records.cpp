@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Gets and sets the sensor's records in memory, and checks them.
 #include "family/echo/echo.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagErrors.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Start-up and shut-down of the presence sensor family.
 #include "family/echo/echo.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 void zelecho_Init() {
     iActDev = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Finds presence sensors on USB and gives each a record.
 #include "family/echo/echo.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "transport/found_devices.h"
 

@@ -2,7 +2,7 @@
 // Single words of the records, got and set through the exported calls on the whole record.
 #include "family/tag/accessors.h"
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 using namespace zel;

@@ -4,7 +4,7 @@
 #include "family/tag/line_protocol.h"
 #include "family/tag/stream.h"
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "transport/usb_driver.h"
 

@@ -6,7 +6,7 @@
 #include "family/tag/multi_config.h"
 #include "family/tag/stream.h"
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <cstring>
 #include <iterator>

@@ -2,7 +2,7 @@
 // Bits of a device's error word, as the operations of a proximity reader set them.
 #pragma once
 
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagErrors.h"
 
 namespace zel::tag {

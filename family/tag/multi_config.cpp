@@ -5,7 +5,7 @@
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/stream.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <algorithm>
 #include <unistd.h>

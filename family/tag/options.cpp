@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Settings of a reader that stand outside the ten records.
 #include "family/tag/services.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagLines.h"
 
 using namespace zel;

@@ -12,7 +12,7 @@
 #include "family/tag/services.h"
 #include "family/tag/stream.h"
 #include "family/tag/validators.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <span>

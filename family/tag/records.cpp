@@ -7,7 +7,7 @@
 #include "family/tag/validators.h"
 #include "family/tag/words.h"
 #include "family/tag/write_config.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 using namespace zel;
 using tag::fail;

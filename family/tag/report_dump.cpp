@@ -4,7 +4,7 @@
 #include "family/tag/card_data.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/multi_config.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Start-up and shut-down of the proximity reader family.
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 namespace {

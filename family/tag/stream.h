@@ -9,7 +9,7 @@
 #pragma once
 
 #include "family/tag/feature_report.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <algorithm>
 #include <array>

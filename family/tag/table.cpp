@@ -2,7 +2,7 @@
 // The family's own forms of the calls on the device table.
 #include "base/text_by_character.h"
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 int zeltag_SetActDev(short device) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Finds proximity readers on USB and gives each a record; then the family's whole search.
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "transport/found_devices.h"
 #include "transport/tcp_socket.h"

@@ -4,7 +4,7 @@
 
 #include "family/tag/blocks.h"
 #include "family/tag/error_words.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 
 #include <cstdint>
 #include <initializer_list>

@@ -3,7 +3,7 @@
 // it.
 #include "family/tag/words.h"
 
-#include "frame/exported.h"
+#include "frame/state/exported.h"
 
 namespace zel::tag {
 

@@ -11,7 +11,7 @@
 #include "family/tag/read_config.h"
 #include "family/tag/services.h"
 #include "family/tag/stream.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <span>

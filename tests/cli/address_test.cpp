@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Addresses, ports and ranges of hosts as a user writes them.
-#include "cli/address.h"
+#include "cli/command/address.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The commands on a reader behind a network bridge, and those that look for bridges.
-#include "cli/address.h"
-#include "cli/program.h"
-#include "sim/tag_stream.h"
+#include "cli/command/address.h"
+#include "cli/main/program.h"
+#include "sim/tag/stream.h"
 #include "tests/cli/command_line_test.h"
 #include "tests/support/bridge_test.h"
 

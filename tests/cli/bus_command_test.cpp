@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // list, read and ping on readers that have long cards, no card, or fail.
-#include "cli/interrupt.h"
-#include "cli/program.h"
+#include "cli/command/interrupt.h"
+#include "cli/main/program.h"
 #include "tests/cli/command_line_test.h"
 
 #include <csignal>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `zeltag dump`: the file when all goes well, and the folder as it was when anything doesn't.
-#include "cli/program.h"
+#include "cli/main/program.h"
 #include "tests/cli/command_line_test.h"
 #include "tests/cli/files_here.h"
 #include "tests/cli/unprivileged.h"

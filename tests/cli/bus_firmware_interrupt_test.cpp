@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A signal in the middle of `zeltag firmware load`: the user is told where the reader is left.
-#include "cli/program.h"
+#include "cli/main/program.h"
 #include "tests/cli/firmware_command_test.h"
 
 #include <csignal>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `zeltag config import --all`: each reader in turn, whatever becomes of the one before.
-#include "cli/program.h"
+#include "cli/main/program.h"
 #include "tests/cli/command_line_test.h"
 #include "tests/cli/files_here.h"
 #include "tests/support/temporary_folder.h"

@@ -2,7 +2,7 @@
 // Captures what a command in this process prints.
 #include "tests/cli/command_line_test.h"
 
-#include "cli/program.h"
+#include "cli/main/program.h"
 
 #include <ostream>
 

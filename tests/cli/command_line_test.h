@@ -2,7 +2,7 @@
 // Runs commands in this process, where a test holds the simulated bus.
 #pragma once
 
-#include "cli/failure.h"
+#include "cli/command/failure.h"
 #include "tests/support/library_test.h"
 
 #include <string>

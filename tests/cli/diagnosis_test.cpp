@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the user is told of a reader that can't be opened.
-#include "cli/diagnosis.h"
+#include "cli/device/diagnosis.h"
 
 #include <gtest/gtest.h>
 

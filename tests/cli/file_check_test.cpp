@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `zeltag file check`: the kind of a file, and where its trailer doesn't hold.
-#include "cli/input_file.h"
+#include "cli/file/input_file.h"
 #include "tests/cli/run_program.h"
 #include "tests/support/temporary_folder.h"
 

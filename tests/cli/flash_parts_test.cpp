@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The percentages of a flash, and its error words in words.
-#include "cli/flash_failure.h"
-#include "cli/flash_progress.h"
+#include "cli/firmware/flash_failure.h"
+#include "cli/firmware/flash_progress.h"
 #include "frame/zelTagAPI.h"
 #include "tests/cli/terminal.h"
 

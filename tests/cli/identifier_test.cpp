@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The written forms of a card's identifier.
-#include "cli/identifier.h"
+#include "cli/card/identifier.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Names of hosts, and the connection that is tried before the library's.
-#include "cli/network.h"
+#include "cli/device/network.h"
 
-#include "sim/socket.h"
+#include "sim/bridge/socket.h"
 #include "tests/support/loopback.h"
 
 #include <cerrno>

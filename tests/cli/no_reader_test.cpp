@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The commands on a machine without a reader.
-#include "cli/diagnosis.h"
+#include "cli/device/diagnosis.h"
 #include "tests/cli/run_program.h"
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Results that can't be delivered, and descriptors that must not pass to a device.
-#include "cli/output.h"
+#include "cli/command/output.h"
 
 #include "tests/cli/terminal.h"
 

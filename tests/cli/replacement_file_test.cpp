@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Files that take the place of others: modes, links, and what must not be replaced.
-#include "cli/replacement_file.h"
+#include "cli/command/replacement_file.h"
 #include "tests/cli/unprivileged.h"
 #include "tests/support/temporary_folder.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What can be a serial line, and why nobody answers on one.
-#include "cli/serial_line.h"
+#include "cli/device/serial_line.h"
+
+#include "cli/command/line_words.h"
 
 #include "tests/cli/pseudo_line.h"
 #include "tests/cli/unprivileged.h"

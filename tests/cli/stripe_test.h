@@ -2,7 +2,7 @@
 // Runs commands in this process on a magnetic stripe reader at the end of a simulated line.
 #pragma once
 
-#include "sim/band_reader.h"
+#include "sim/band/reader.h"
 #include "tests/cli/command_line_test.h"
 #include "tests/support/line_test.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `zeltag swipe`: which tracks are printed, what is hidden, and how it ends without a card.
-#include "cli/program.h"
+#include "cli/main/program.h"
 #include "tests/cli/stripe_test.h"
 #include "tests/cli/terminal.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The search for readers in a folder laid out as the kernel does.
-#include "cli/system_readers_linux.h"
+#include "cli/device/system_readers_linux.h"
 
 #include <cerrno>
 #include <filesystem>

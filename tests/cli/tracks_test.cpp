@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tracks cut at their sentinels, and what a mask leaves of them.
-#include "cli/tracks.h"
+#include "cli/card/tracks.h"
 
 #include <gtest/gtest.h>
 

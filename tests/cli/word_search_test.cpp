@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How a setting is found by its name, and what is offered when it isn't.
-#include "cli/word_search.h"
+#include "cli/config/word_search.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

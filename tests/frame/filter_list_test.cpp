@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The device filter list: its file, its fixed lines, what a line may be.
-#include "frame/filter_list.h"
+#include "frame/calls/filter_list.h"
 
 #include "tests/support/library_test.h"
 #include "tests/support/temporary_folder.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "frame/library.h"
+#include "frame/calls/library.h"
 
 #include "tests/support/library_test.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "tests/support/library_test.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // A reader behind a mock hidraw node: answers the node's requests, misbehaves and keeps a trace.
 #pragma once
 
-#include "sim/tag_reader.h"
+#include "sim/tag/reader.h"
 
 #include <cstdint>
 #include <limits>

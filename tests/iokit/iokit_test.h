@@ -3,7 +3,7 @@
 #pragma once
 
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "tests/iokit/fake_iokit.h"
 #include "tests/support/virtual_time.h"

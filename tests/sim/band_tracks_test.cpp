@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Cards and tracks of the simulated magnetic stripe reader.
-#include "sim/byte_text.h"
+#include "sim/wire/byte_text.h"
 #include "tests/sim/spoken_band.h"
 
 using namespace zel::sim;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How the simulated bridge answers the two probes, through real sockets of the loopback network.
-#include "sim/bridge.h"
+#include "sim/bridge/bridge.h"
 #include "tests/sim/echo_stream.h"
 #include "tests/support/host_socket.h"
 #include "tests/support/loopback.h"

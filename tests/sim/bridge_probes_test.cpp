@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The datagrams by which a bridge is found, against bytes worked out by hand.
-#include "sim/bridge_probes.h"
+#include "sim/bridge/probes.h"
 
 #include <gtest/gtest.h>
 

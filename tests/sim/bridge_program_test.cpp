@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The bridge program as a developer runs it: what it tells, a reader that answers, how it ends.
-#include "sim/bridge.h"
+#include "sim/bridge/bridge.h"
 #include "tests/cli/run_program.h"
 #include "tests/sim/echo_stream.h"
 #include "tests/support/host_socket.h"

@@ -2,7 +2,7 @@
 // A device on a byte stream that sends back each byte with all bits turned over.
 #pragma once
 
-#include "sim/stream_device.h"
+#include "sim/wire/stream_device.h"
 
 namespace zel::test {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The simulated lines by themselves, opened and spoken to as the library does.
-#include "sim/line.h"
-#include "sim/line_thread.h"
-#include "sim/tag_stream.h"
-#include "sim/usb_bus.h"
+#include "sim/tag/stream.h"
+#include "sim/wire/line.h"
+#include "sim/wire/line_thread.h"
+#include "sim/wire/usb_bus.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -2,7 +2,7 @@
 // A simulated reader by itself, spoken to as the bus does.
 #pragma once
 
-#include "sim/tag_reader.h"
+#include "sim/tag/reader.h"
 
 #include <gtest/gtest.h>
 #include <utility>

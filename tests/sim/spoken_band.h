@@ -2,7 +2,7 @@
 // A simulated magnetic stripe reader by itself, spoken to in the texts of its frames.
 #pragma once
 
-#include "sim/band_reader.h"
+#include "sim/band/reader.h"
 #include "tests/support/virtual_time.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 // A simulated presence sensor by itself, spoken to in its reports.
 #pragma once
 
-#include "sim/byte_text.h"
-#include "sim/echo_sensor.h"
+#include "sim/echo/sensor.h"
+#include "sim/wire/byte_text.h"
 #include "tests/support/virtual_time.h"
 
 #include <gtest/gtest.h>

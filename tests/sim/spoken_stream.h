@@ -2,8 +2,8 @@
 // A simulated reader on a byte stream by itself, spoken to in hexadecimal pairs.
 #pragma once
 
-#include "sim/byte_text.h"
-#include "sim/tag_stream.h"
+#include "sim/tag/stream.h"
+#include "sim/wire/byte_text.h"
 
 #include <gtest/gtest.h>
 #include <memory>

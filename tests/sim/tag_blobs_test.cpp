@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The simulated reader keeps the key blobs it is sent, hands them back, and fails on a chosen
 // chunk.
-#include "sim/tag_blobs.h"
+#include "sim/tag/blobs.h"
 #include "tests/sim/simulated_reader.h"
 #include "tests/support/virtual_time.h"
 

@@ -3,7 +3,7 @@
 // pauses of the library.
 #pragma once
 
-#include "sim/bridge.h"
+#include "sim/bridge/bridge.h"
 #include "tests/support/library_test.h"
 #include "tests/support/loopback.h"
 

@@ -3,7 +3,7 @@
 // most.
 #pragma once
 
-#include "sim/bridge_probes.h"
+#include "sim/bridge/probes.h"
 
 #include <cstddef>
 #include <cstdint>

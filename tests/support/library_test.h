@@ -5,8 +5,8 @@
 
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagState.h"
-#include "sim/tag_reader.h"
-#include "sim/usb_bus.h"
+#include "sim/tag/reader.h"
+#include "sim/wire/usb_bus.h"
 #include "tests/support/virtual_time.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // Pumps the lines at each pause; stands before libc's discard, which a socket doesn't know.
 #include "tests/support/line_test.h"
 
-#include "sim/byte_text.h"
+#include "sim/wire/byte_text.h"
 
 #include <atomic>
 #include <cstdint>

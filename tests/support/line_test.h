@@ -2,8 +2,8 @@
 // The library's tests with simulated serial lines beside the bus, in one trace.
 #pragma once
 
-#include "sim/line.h"
-#include "sim/tag_stream.h"
+#include "sim/tag/stream.h"
+#include "sim/wire/line.h"
 #include "tests/support/library_test.h"
 
 namespace zel::test {

@@ -3,7 +3,7 @@
 // same time can listen on the same fixed ports.
 #pragma once
 
-#include "sim/bridge_probes.h"
+#include "sim/bridge/probes.h"
 
 #include <cstdint>
 #include <unistd.h>

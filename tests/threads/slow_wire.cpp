@@ -2,7 +2,7 @@
 // Logs, stays, and passes each call on to the simulated bus.
 #include "tests/threads/slow_wire.h"
 
-#include "sim/usb_bus.h"
+#include "sim/wire/usb_bus.h"
 #include "tests/threads/crew.h"
 
 #include <atomic>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "family/tag/tag.h"
-#include "frame/state.h"
+#include "frame/state/state.h"
 #include "tests/support/library_test.h"
 #include "transport/device_list.h"
 #include "transport/port_objects.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A bridge on another network than the one searched: what is sent to network 10 arrives on the
 // loopback network, which answers from its own addresses.
-#include "sim/socket.h"
+#include "sim/bridge/socket.h"
 #include "tests/support/library_test.h"
 #include "tests/support/loopback.h"
 #include "tests/transport/system_calls.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The search for bridges and the question for a MAC address, on the loopback network.
-#include "sim/socket.h"
+#include "sim/bridge/socket.h"
 #include "tests/sim/echo_stream.h"
 #include "tests/support/bridge_test.h"
 #include "tests/support/descriptors.h"

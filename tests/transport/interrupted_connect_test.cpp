@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A TCP connect that a signal interrupts.
-#include "sim/socket.h"
+#include "sim/bridge/socket.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/library_test.h"
 #include "tests/support/loopback.h"

@@ -3,7 +3,7 @@
 // what the device says behind it.
 #pragma once
 
-#include "sim/byte_text.h"
+#include "sim/wire/byte_text.h"
 #include "tests/support/library_test.h"
 #include "transport/line_opener.h"
 #include "transport/port.h"

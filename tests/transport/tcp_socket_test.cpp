@@ -2,7 +2,7 @@
 // The process's one TCP socket, on the loopback network.
 #include "transport/tcp_socket.h"
 
-#include "sim/socket.h"
+#include "sim/bridge/socket.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/library_test.h"
 #include "tests/support/loopback.h"

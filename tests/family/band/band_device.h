@@ -3,7 +3,7 @@
 #pragma once
 
 #include "family/band/band.h"
-#include "sim/band_reader.h"
+#include "sim/band/reader.h"
 #include "tests/family/line_scan.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"

@@ -2,8 +2,8 @@
 // A magnetic stripe reader that answers from a script, on a line or on USB.
 #pragma once
 
-#include "sim/device.h"
-#include "sim/stream_device.h"
+#include "sim/wire/device.h"
+#include "sim/wire/stream_device.h"
 
 #include <algorithm>
 #include <deque>

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "family/echo/echo.h"
-#include "frame/state.h"
-#include "sim/echo_sensor.h"
+#include "frame/state/state.h"
+#include "sim/echo/sensor.h"
 #include "tests/support/library_test.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The network in a whole connect, bridges for reports, and who closes the one socket.
-#include "sim/line.h"
+#include "sim/wire/line.h"
 #include "tests/family/tag/network_test.h"
 #include "tests/sim/echo_stream.h"
 #include "transport/port.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "family/tag/tag.h"
-#include "sim/tag_stream.h"
+#include "sim/tag/stream.h"
 #include "tests/support/bridge_test.h"
 #include "transport/tcp_socket.h"
 

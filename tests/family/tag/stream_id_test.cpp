@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The card's identifier and the presence of a reader by frames.
 #include "frame/zelTagAPI.h"
-#include "sim/byte_text.h"
+#include "sim/wire/byte_text.h"
 #include "tests/family/tag/stream_test.h"
 
 #include <algorithm>

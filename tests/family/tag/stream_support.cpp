@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The fixture's line and its TCP connection, which is a pair of sockets.
-#include "sim/byte_text.h"
+#include "sim/wire/byte_text.h"
 #include "tests/family/tag/stream_test.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// Reads the lines as the library does, and lets the library read them too.
+#include "cli/config/stripe_file.h"
+
+#include "cli/config/untouched_memory.h"
+#include "cli/file/input_file.h"
+#include "frame/zelTagAPI.h"
+
+#include <cstdlib>
+#include <map>
+#include <sstream>
+
+namespace zel::cli {
+
+namespace {
+
+constexpr char kTitle[] = "--- zelBand Configuration Template File ---";
+constexpr std::size_t kHead = 257; // characters that the title stands within
+constexpr std::size_t kLongestLine = 256;
+constexpr char kLastLine[] = "\n//##END##: ";
+
+// Stripe settings are the last ones of the table.
+std::size_t firstStripeSetting() { return allSettings().size() - allStripeSettings().size(); }
+
+std::map<std::string, std::size_t> makePlaces() {
+    std::map<std::string, std::size_t> places;
+    for (std::size_t i = firstStripeSetting(); i < allSettings().size(); ++i)
+        places[allSettings()[i].name] = i;
+    return places;
+}
+
+// What follows the number doesn't count.
+void take(const std::string& line, SettingValues& values) {
+    static const std::map<std::string, std::size_t> places = makePlaces();
+    const std::size_t colon = line.find(':');
+    const auto found = places.find(line.substr(0, colon));
+    if (colon == std::string::npos || found == places.end())
+        return;
+    const char* const text = line.c_str() + colon + 1;
+    char* end = nullptr;
+    const long number = std::strtol(text, &end, 10);
+    if (end != text)
+        values[found->second] = asStored(*allSettings()[found->second].stripe, number);
+}
+
+} // namespace
+
+bool isStripeFile(const std::string& name) {
+    const std::string head = textOf(name).substr(0, kHead);
+    return head.find(kTitle) != std::string::npos;
+}
+
+bool isStripeFileWhole(const std::string& name) {
+    return textOf(name).rfind(kLastLine) != std::string::npos;
+}
+
+// The library begins a new line behind so many characters.
+SettingValues toldByStripeFile(const std::string& name) {
+    SettingValues values(allSettings().size());
+    std::istringstream text(textOf(name));
+    for (std::string line; std::getline(text, line);)
+        for (std::size_t at = 0; at < line.size(); at += kLongestLine)
+            take(line.substr(at, kLongestLine), values);
+    return values;
+}
+
+SettingValues activeStripeValues() {
+    SettingValues values(allSettings().size());
+    for (std::size_t i = firstStripeSetting(); i < values.size(); ++i)
+        values[i] = allSettings()[i].stripe->get(*allSettings()[i].stripe);
+    return values;
+}
+
+SettingValues importedStripeValues(const std::string& name) {
+    const UntouchedMemory memory;
+    ReadDevCfgFmFile(name.c_str());
+    return activeStripeValues();
+}
+
+Failure noSealedStripeFile() {
+    return {ExitCode::Usage, "a magnetic stripe reader's file has no checksum form",
+            "leave --sealed out", ""};
+}
+
+} // namespace zel::cli

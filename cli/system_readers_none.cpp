@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: MIT
-// The readers that the system lists, on platforms that tell no more than the library does.
-#include "cli/diagnosis.h"
-
-namespace zel::cli {
-
-std::vector<SystemReader> systemReaders() { return {}; }
-
-} // namespace zel::cli

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// The file-scope state behind frame/state/state.h and the rules for touching the device table.
+#include "frame/state/state.h"
+
+#include <atomic>
+#include <cstring>
+
+namespace zel {
+
+namespace {
+constinit std::int16_t gUnsupportedErr = 0;
+constinit std::uint32_t gConnectProduct = UINT32_MAX;
+constinit std::int32_t iLastIDBits = 0;
+constinit std::atomic<bool> disconnectDue = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
+
+// Configurations whose uSFD starts with the size of its old header: all but the last one.
+constexpr int kPresetConfigs = ZELTAGAPI_MAX_CONFIGS - 1;
+constexpr std::uint8_t kOldSepFldHeader = 12;
+} // namespace
+
+bool hasActiveDevice() { return iActDev >= 0 && iActDev < iDevsFnd && iActDev < kMaxDevices; }
+
+std::uint32_t activeProduct() {
+    return hasActiveDevice() ? activeRecord().iProduct : std::uint32_t{kNoProduct};
+}
+
+tsDevDat& activeRecord() {
+    const int index = iActDev;
+    return DevDat[index >= 0 && index < kMaxDevices ? index : 0];
+}
+
+const tsTagCfg& activeConfig(const tsDevDat& record) {
+    return record.Cfg[record.iActConfig < ZELTAGAPI_MAX_CONFIGS ? record.iActConfig : 0];
+}
+
+tsTagCfg& activeConfig(tsDevDat& record) {
+    return const_cast<tsTagCfg&>(activeConfig(static_cast<const tsDevDat&>(record)));
+}
+
+void letDisconnect() {
+    iDevsFnd = 0;
+    disconnectDue = true;
+}
+
+bool isDisconnectDue() { return disconnectDue.exchange(false); }
+
+std::int16_t unsupportedValue() { return gUnsupportedErr; }
+void setUnsupportedValue(std::int16_t value) { gUnsupportedErr = value; }
+
+std::uint32_t connectProducts() { return gConnectProduct; }
+void setConnectProducts(std::uint32_t mask) { gConnectProduct = mask; }
+
+std::int32_t lastIdBits() { return iLastIDBits; }
+void setLastIdBits(std::int32_t bits) { iLastIDBits = bits; }
+
+void clearTable() {
+    std::memset(DevDat, 0, sizeof DevDat);
+    for (tsDevDat& record : DevDat) {
+        record.hDev = noHandle();
+        for (int config = 0; config < kPresetConfigs; ++config)
+            record.Cfg[config].uSFD.bytes[0] = kOldSepFldHeader;
+    }
+}
+
+} // namespace zel

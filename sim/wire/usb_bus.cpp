@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+// The simulated bus behind the library's USB seam.
+#include "sim/wire/usb_bus.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+namespace zel::sim {
+
+namespace {
+
+constexpr std::size_t kShortAnswer = 3; // bytes
+
+std::string hex(std::span<const std::uint8_t> bytes) {
+    std::string text;
+    char pair[4];
+    for (const std::uint8_t byte : bytes) {
+        std::snprintf(pair, sizeof pair, "%s%02X", text.empty() ? "" : " ", byte);
+        text += pair;
+    }
+    return text;
+}
+
+} // namespace
+
+UsbBus& usbBus() {
+    static UsbBus* const bus = new UsbBus;
+    return *bus;
+}
+
+// The functions of the seam; each works on the one bus.
+struct BusBackend {
+    static int start() { return 1; }
+    static void stop() {}
+
+    static int list() {
+        UsbBus& bus = usbBus();
+        bus.listed_.clear();
+        for (std::size_t port = 0; port < bus.ports_.size(); ++port)
+            if (bus.ports_[port].present)
+                bus.listed_.push_back(port);
+        return static_cast<int>(bus.listed_.size());
+    }
+
+    static UsbBus::Port& listed(int index) {
+        UsbBus& bus = usbBus();
+        return bus.ports_[bus.listed_[static_cast<std::size_t>(index)]];
+    }
+
+    static void ids(int index, unsigned* vendor, unsigned* product) {
+        const UsbIdentity& identity = listed(index).identity;
+        *vendor = identity.vendor;
+        *product = identity.product;
+    }
+
+    // A device without a name has no path to open it by.
+    static void* open(int index, char* name) {
+        UsbBus& bus = usbBus();
+        UsbBus::Port& port = listed(index);
+        const std::string& itsName = port.identity.name;
+        if (port.opensFail || !port.present || itsName.empty()) {
+            bus.note("open " + itsName + " fails");
+            return nullptr;
+        }
+        std::strncpy(name, itsName.c_str(), 511);
+        bus.handles_.push_back({bus.listed_[static_cast<std::size_t>(index)], true});
+        bus.note("open " + itsName);
+        return reinterpret_cast<void*>(bus.handles_.size());
+    }
+
+    static void unlist() { usbBus().listed_.clear(); }
+
+    static void close(void* handle) {
+        UsbBus& bus = usbBus();
+        UsbBus::Handle* const entry = bus.find(handle);
+        if (!entry) {
+            bus.note("close of a handle that isn't open");
+            return;
+        }
+        entry->open = false;
+        bus.note("close " + bus.ports_[entry->port].identity.name);
+    }
+
+    static int setFeature(void* handle, unsigned char reportId, const unsigned char* data,
+                          long size) {
+        UsbBus& bus = usbBus();
+        UsbBus::Handle* const entry = bus.find(handle);
+        if (!entry || size < 0)
+            return 0;
+        UsbBus::Port& port = bus.ports_[entry->port];
+        std::span<const std::uint8_t> payload(data, static_cast<std::size_t>(size));
+        if (reportId != 0 && !payload.empty())
+            payload = payload.subspan(1);
+        bus.traceExchange(port, '>', payload,
+                          bus.traces_ ? port.device->nameOf(payload) : std::string());
+        const bool taken = bus.deliver(port, reportId, payload);
+        if (!taken)
+            bus.note("! not sent");
+        return taken ? 1 : 0;
+    }
+
+    static int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* size) {
+        UsbBus& bus = usbBus();
+        UsbBus::Handle* const entry = bus.find(handle);
+        if (!entry || *size < 0)
+            return 0;
+        UsbBus::Port& port = bus.ports_[entry->port];
+        std::vector<std::uint8_t> reply(static_cast<std::size_t>(*size));
+        const Fault fault = bus.nextFault(port, false);
+        if (!UsbBus::fetch(port, fault, reportId, reply)) {
+            bus.note("! no answer");
+            return 0;
+        }
+        bus.spoil(fault, reply);
+        *size = static_cast<long>(reply.size());
+        bus.traceExchange(port, '<', reply, "");
+        bus.noteRemark(port);
+        std::copy(reply.begin(), reply.end(), data);
+        return 1;
+    }
+};
+
+const UsbBackend& UsbBus::backend() const {
+    static constexpr UsbBackend kBackend = {
+        BusBackend::start, BusBackend::stop,       BusBackend::list,
+        BusBackend::ids,   BusBackend::open,       BusBackend::unlist,
+        BusBackend::close, BusBackend::setFeature, BusBackend::getFeature,
+    };
+    return kBackend;
+}
+
+bool UsbBus::install() { return UsbDriver_UseBackend(&backend()) != 0; }
+
+bool UsbBus::uninstall() { return UsbDriver_UseBackend(nullptr) != 0; }
+
+void UsbBus::clear() {
+    ports_.clear();
+    listed_.clear();
+    handles_.clear();
+    random_ = {};
+    trace_.clear();
+    traces_ = false;
+}
+
+std::size_t UsbBus::plug(std::shared_ptr<Device> device, UsbIdentity identity) {
+    ports_.push_back({std::move(device), std::move(identity)});
+    return ports_.size() - 1;
+}
+
+void UsbBus::unplug(std::size_t port) { ports_.at(port).present = false; }
+
+void UsbBus::replug(std::size_t port) {
+    ports_.at(port).present = true;
+    ports_.at(port).device->powerUp();
+}
+
+void UsbBus::failOpens(std::size_t port, bool fails) { ports_.at(port).opensFail = fails; }
+
+void UsbBus::fail(std::size_t port, Fault fault, int count, int after) {
+    Port& target = ports_.at(port);
+    target.fault = fault;
+    target.faultsLeft = count;
+    target.faultsAfter = after;
+}
+
+int UsbBus::openHandles() const {
+    return static_cast<int>(std::count_if(handles_.begin(), handles_.end(),
+                                          [](const Handle& handle) { return handle.open; }));
+}
+
+void UsbBus::startTrace() {
+    trace_.clear();
+    traces_ = true;
+}
+
+void UsbBus::note(const std::string& line) {
+    if (traces_)
+        trace_ += line + '\n';
+}
+
+std::string UsbBus::takeTrace() { return std::exchange(trace_, {}); }
+
+void UsbBus::failExchange(std::size_t port, int n, int count) {
+    Port& target = ports_.at(port);
+    target.failsFrom = target.exchanges + n;
+    target.failsLeft = count;
+}
+
+bool UsbBus::isExchangeFailed(Port& port) {
+    ++port.exchanges;
+    if (port.failsLeft == 0 || port.exchanges < port.failsFrom)
+        return false;
+    --port.failsLeft;
+    return true;
+}
+
+bool UsbBus::deliver(Port& port, std::uint8_t reportId, std::span<const std::uint8_t> payload) {
+    const bool isFailed = isExchangeFailed(port);
+    if (!port.present)
+        return false;
+    if (nextFault(port, true) == Fault::SendRefused || isFailed) {
+        port.device->sendLost(payload);
+        return false;
+    }
+    const bool taken = port.device->take(reportId, payload);
+    noteRemark(port);
+    return taken;
+}
+
+void UsbBus::noteRemark(Port& port) {
+    if (const std::string remark = port.device->takeRemark(); !remark.empty())
+        note("! " + remark);
+}
+
+bool UsbBus::fetch(Port& port, Fault fault, std::uint8_t reportId, std::span<std::uint8_t> reply) {
+    const bool isFailed = isExchangeFailed(port);
+    if (!port.present)
+        return false;
+    if (fault != Fault::NoAnswer && !isFailed)
+        return port.device->answer(reportId, reply);
+    port.device->replyLost();
+    return false;
+}
+
+void UsbBus::spoil(Fault fault, std::vector<std::uint8_t>& reply) {
+    const auto randomByte = [this] { return static_cast<std::uint8_t>(random_()); };
+    if (fault == Fault::ShortAnswer)
+        reply.resize(std::min(reply.size(), kShortAnswer));
+    if (fault == Fault::WrongByte && !reply.empty())
+        reply[random_() % reply.size()] ^= static_cast<std::uint8_t>(1 + random_() % 255);
+    if (fault == Fault::Garbage)
+        std::generate(reply.begin(), reply.end(), randomByte);
+    if (fault == Fault::AllOnes)
+        std::fill(reply.begin(), reply.end(), std::uint8_t{0xFF});
+}
+
+// A fault counts the exchanges of its own direction only.
+Fault UsbBus::nextFault(Port& port, bool isSend) {
+    if (port.faultsLeft == 0 || isSend != (port.fault == Fault::SendRefused))
+        return Fault::None;
+    if (port.faultsAfter > 0) {
+        --port.faultsAfter;
+        return Fault::None;
+    }
+    --port.faultsLeft;
+    return port.fault;
+}
+
+UsbBus::Handle* UsbBus::find(void* handle) {
+    const std::size_t number = reinterpret_cast<std::size_t>(handle);
+    if (number == 0 || number > handles_.size() || !handles_[number - 1].open)
+        return nullptr;
+    return &handles_[number - 1];
+}
+
+void UsbBus::traceExchange(const Port& port, char direction, std::span<const std::uint8_t> bytes,
+                           const std::string& name) {
+    if (!traces_)
+        return;
+    const auto which = &port - ports_.data();
+    std::string line = ports_.size() > 1 ? std::to_string(which) : "";
+    line = line + direction + ' ' + hex(bytes);
+    if (!name.empty())
+        line.append("  ").append(name);
+    note(line);
+}
+
+} // namespace zel::sim
