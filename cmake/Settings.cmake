@@ -18,6 +18,11 @@ add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 
 if(ZEL_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
-                        -fno-omit-frame-pointer)
+                        -fno-omit-frame-pointer -g1) # lines are what a report shows
     add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(ZEL_COVERAGE)
+    add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+    add_link_options(-fprofile-instr-generate)
 endif()

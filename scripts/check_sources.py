@@ -75,6 +75,29 @@ def include_faults(name, text):
             yield f"{name}: includes {included}, which the map doesn't allow"
 
 
+def map_faults():
+    """Each room stands on those before it in the map."""
+    below = set()
+    for folder, places in MAP.items():
+        for place in places:
+            ground = place[:-1] if place.endswith("/") else str(pathlib.PurePosixPath(place).parent)
+            if ground != folder and ground not in below:
+                yield f"the map: {folder} stands on {place}, which isn't below it"
+        below.add(folder)
+
+
+def circle_faults(names):
+    """Files that include each other, over any number of others."""
+    includes = {name: set(re.findall(r'^#include "([^"]+)"', (ROOT / name).read_text("utf-8"),
+                                     re.MULTILINE)) & set(names) for name in names}
+    while includes:
+        leaves = {name for name, others in includes.items() if not others & includes.keys()}
+        if not leaves:
+            yield f"a circle of includes among {', '.join(sorted(includes))}"
+            return
+        includes = {name: others for name, others in includes.items() if name not in leaves}
+
+
 def text_faults(name, text):
     if "SPDX-License-Identifier: MIT" not in text[:200]:
         yield f"{name}: no SPDX line at its head"
@@ -92,7 +115,7 @@ def documentation_faults(name):
 
 
 def main():
-    faults = []
+    faults = [*map_faults(), *circle_faults(tracked("*.cpp", "*.h"))]
     for name in tracked("*.cpp", "*.h", "*.hpp", "*.c", "*.py", "*.def"):
         text = (ROOT / name).read_text(encoding="utf-8")
         faults += text_faults(name, text)
