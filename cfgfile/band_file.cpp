@@ -8,35 +8,24 @@
 #include "frame/zelTagAPI.h"
 
 #include <cstdio>
-#include <new>
 #include <string_view>
 
 using namespace zel;
-using cfgfile::BandKey;
 
 namespace {
 
 constexpr char kTitle[] = "--- zelBand Configuration Template File ---";
 constexpr std::size_t kHeadSize = 257; // the title stands within
 
-// No keys where memory ran out: nothing is thrown at an application.
-std::vector<BandKey> allKeys() {
-    try {
-        return cfgfile::bandKeys();
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
-}
-
 void writeLine(std::FILE* file, const char* entry, const char* comment) {
     std::fprintf(file, "%-31s %s\n", entry, comment);
 }
 
 // Ends with an empty line: the comment of the last one is a line end.
-void writeAll(std::FILE* file, const std::vector<BandKey>& keys, const tsDevDat& record) {
+void writeAll(std::FILE* file, const tsDevDat& record) {
     std::fprintf(file, "//%s\n//Library Version: %d.%d.%d \n", kTitle, ZELTAGAPI_VERSION_MAJOR,
                  ZELTAGAPI_VERSION_MINOR, ZELTAGAPI_VERSION_BUILD);
-    for (const BandKey& key : keys) {
+    for (const cfgfile::BandKey& key : cfgfile::kBandKeys) {
         char entry[64];
         std::snprintf(entry, sizeof entry, "%s: %ld", key.name.c_str(), valueOf(key, record));
         writeLine(file, entry, key.comment);
@@ -44,14 +33,11 @@ void writeAll(std::FILE* file, const std::vector<BandKey>& keys, const tsDevDat&
     writeLine(file, "//##END##: ", "\n");
 }
 
-void readAll(std::FILE* file, const std::vector<BandKey>& keys, tsDevDat& record) {
+void readAll(std::FILE* file, tsDevDat& record) {
     cfgfile::BandLines lines(file);
     while (const char* const line = lines.next())
-        for (const BandKey& key : keys) {
-            long value = 0;
-            if (cfgfile::findNumber(line, key, value))
-                store(key, record, value);
-        }
+        if (const cfgfile::BandValue value = cfgfile::bandValueIn(line); value.key)
+            store(*value.key, record, value.number);
 }
 
 } // namespace
@@ -64,24 +50,22 @@ bool cfgfile::hasBandTitle(std::FILE* file) {
 
 // What the disk doesn't take isn't noticed.
 int zelband_WriteDevCfgToFile(const char* name) {
-    const std::vector<BandKey> keys = allKeys();
     std::FILE* file = nullptr;
-    if (!name || keys.empty() || fopen_s(&file, name, "wt") != 0)
+    if (!name || fopen_s(&file, name, "wt") != 0)
         return 0;
-    writeAll(file, keys, activeRecord());
+    writeAll(file, activeRecord());
     std::fclose(file);
     return 1;
 }
 
 int zelband_ReadDevCfgFmFile(const char* name) {
-    const std::vector<BandKey> keys = allKeys();
     std::FILE* file = nullptr;
-    if (!name || keys.empty() || fopen_s(&file, name, "rt") != 0)
+    if (!name || fopen_s(&file, name, "rt") != 0)
         return 0;
     const bool isOurs = cfgfile::hasBandTitle(file);
     if (isOurs) {
         std::rewind(file);
-        readAll(file, keys, activeRecord());
+        readAll(file, activeRecord());
     }
     std::fclose(file);
     return isOurs ? 1 : 0;

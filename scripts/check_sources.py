@@ -12,7 +12,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # The library's state as data; the other public headers are those that anyone may include.
 STATE_HEADER = "frame/zelTagState.h"
 LEAVES = {f"frame/{header.name}" for header in (ROOT / "frame").glob("zelTag*.h")} - {STATE_HEADER}
-STATE = {"frame/state/", STATE_HEADER, "frame/records.def"}
+TABLES = {"frame/records.def", "frame/band_settings.def"}
+STATE = {"frame/state/", STATE_HEADER} | TABLES
 
 # The rooms from the ground up, and what each may include beside itself and the leaves: a whole
 # room, which ends with a slash, or a single header.
@@ -38,7 +39,7 @@ MAP = {
     "cli/device": {"cli/command/", "sim/demo/demo.h"},
     "cli/file": {"cli/command/"},
     "cli/card": {"cli/command/", "cli/device/"},
-    "cli/config": {"cli/command/", "cli/device/", "cli/file/", "frame/records.def", STATE_HEADER},
+    "cli/config": TABLES | {"cli/command/", "cli/device/", "cli/file/", STATE_HEADER},
     "cli/firmware": {"cli/command/", "cli/device/", "cli/file/"},
     "cli/main": {"cli/command/"},
 }

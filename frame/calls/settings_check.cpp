@@ -10,6 +10,7 @@
 #include "firmware/trailer.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstddef>
 #include <cstring>
 
@@ -23,23 +24,19 @@ using firmware::finding;
 class BandCheck {
 public:
     zelFileFault take(const char* line) {
-        long value = 0;
-        for (std::size_t i = 0; i < keys_.size(); ++i)
-            if (cfgfile::findNumber(line, keys_[i], value)) {
-                isTold_[i] = true;
-                return isKept(keys_[i], value) ? ZELTAGAPI_FAULT_NONE : ZELTAGAPI_FAULT_VALUE;
-            }
-        return setsNothing(line) ? ZELTAGAPI_FAULT_NONE : ZELTAGAPI_FAULT_LINE;
+        const cfgfile::BandValue value = cfgfile::bandValueIn(line);
+        if (!value.key)
+            return setsNothing(line) ? ZELTAGAPI_FAULT_NONE : ZELTAGAPI_FAULT_LINE;
+        isTold_.set(static_cast<std::size_t>(value.key - cfgfile::kBandKeys.data()));
+        return isKept(*value.key, value.number) ? ZELTAGAPI_FAULT_NONE : ZELTAGAPI_FAULT_VALUE;
     }
 
-    bool isWhole() const {
-        return std::find(isTold_.begin(), isTold_.end(), false) == isTold_.end();
-    }
+    bool isWhole() const { return isTold_.all(); }
 
 private:
     // The LUID is written as a signed number, and read as either.
     bool isKept(const BandKey& key, long value) {
-        if (key.kind == BandKey::Kind::Luid)
+        if (key.kind == BandKey::Kind::luid)
             return value >= INT16_MIN && value <= UINT16_MAX;
         store(key, record_, value);
         return valueOf(key, record_) == value;
@@ -49,8 +46,7 @@ private:
         return std::strncmp(line, "//", 2) == 0 || line[std::strspn(line, " \t\r\n")] == '\0';
     }
 
-    const std::vector<BandKey> keys_ = cfgfile::bandKeys();
-    std::vector<bool> isTold_ = std::vector<bool>(keys_.size());
+    std::bitset<cfgfile::kBandKeys.size()> isTold_; // by key
     tsDevDat record_ = {};
 };
 
