@@ -60,15 +60,16 @@ ZELTAGAPI_EXPORT char* zelband_GetTrackFieldOffset(unsigned short track, unsigne
 ZELTAGAPI_EXPORT int zelband_SetTrackEnables(unsigned short bits);
 ZELTAGAPI_EXPORT int zelband_GetTrackEnables(void);
 
-#define ZEL_FLAG(call, word)                                                                       \
+#define ZEL_flag(name, call)                                                                       \
     ZELTAGAPI_EXPORT int zelband_SetField##call(unsigned short field, short value);                \
     ZELTAGAPI_EXPORT int zelband_GetField##call(unsigned short field);
-#define ZEL_NUMBER(call, word)                                                                     \
+#define ZEL_byte(name, call)                                                                       \
     ZELTAGAPI_EXPORT int zelband_SetField##call(unsigned short field, unsigned short value);       \
     ZELTAGAPI_EXPORT int zelband_GetField##call(unsigned short field);
-#include "family/band/user_fields.def"
-#undef ZEL_FLAG
-#undef ZEL_NUMBER
+#define ZEL_FIELD(name, call, kind, most, comment) ZEL_##kind(name, call)
+#include "frame/band_settings.def"
+#undef ZEL_flag
+#undef ZEL_byte
 ZELTAGAPI_EXPORT int zelband_SetFieldKeydata(unsigned short field, unsigned short index,
                                              unsigned short value);
 ZELTAGAPI_EXPORT int zelband_GetFieldKeydata(unsigned short field, unsigned short index);

@@ -64,23 +64,24 @@ int zelband_SetTrackEnables(unsigned short bits) {
 
 int zelband_GetTrackEnables() { return activeRecord().Band.TrackEnables & kTracks; }
 
-#define ZEL_FLAG(call, word)                                                                       \
+#define ZEL_flag(name, call)                                                                       \
     int zelband_SetField##call(unsigned short field, short value) {                                \
-        return storeFlag(field, &BandUserField::word, value);                                      \
+        return storeFlag(field, &BandUserField::name, value);                                      \
     }                                                                                              \
     int zelband_GetField##call(unsigned short field) {                                             \
-        return loadFlag(field, &BandUserField::word);                                              \
+        return loadFlag(field, &BandUserField::name);                                              \
     }
 
-#define ZEL_NUMBER(call, word)                                                                     \
+#define ZEL_byte(name, call)                                                                       \
     int zelband_SetField##call(unsigned short field, unsigned short value) {                       \
-        return store(field, &BandUserField::word, low(value));                                     \
+        return store(field, &BandUserField::name, low(value));                                     \
     }                                                                                              \
-    int zelband_GetField##call(unsigned short field) { return load(field, &BandUserField::word); }
+    int zelband_GetField##call(unsigned short field) { return load(field, &BandUserField::name); }
 
-#include "family/band/user_fields.def"
-#undef ZEL_FLAG
-#undef ZEL_NUMBER
+#define ZEL_FIELD(name, call, kind, most, comment) ZEL_##kind(name, call)
+#include "frame/band_settings.def"
+#undef ZEL_flag
+#undef ZEL_byte
 
 int zelband_SetFieldKeydata(unsigned short field, unsigned short index, unsigned short value) {
     std::uint8_t* const key = keyAt(field, index);

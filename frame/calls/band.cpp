@@ -52,23 +52,24 @@ int zelBandSetActiveID(unsigned short track, unsigned short field, unsigned shor
 int zelBandSetTrackEnables(unsigned short bits) { return forBand(zelband_SetTrackEnables, bits); }
 int zelBandGetTrackEnables() { return forBand(zelband_GetTrackEnables); }
 
-#define ZEL_FLAG(call, word)                                                                       \
+#define ZEL_flag(name, call)                                                                       \
     int zelBandSetField##call(unsigned short field, short value) {                                 \
         return forBand(zelband_SetField##call, field, value);                                      \
     }                                                                                              \
     int zelBandGetField##call(unsigned short field) {                                              \
         return forBand(zelband_GetField##call, field);                                             \
     }
-#define ZEL_NUMBER(call, word)                                                                     \
+#define ZEL_byte(name, call)                                                                       \
     int zelBandSetField##call(unsigned short field, unsigned short value) {                        \
         return forBand(zelband_SetField##call, field, value);                                      \
     }                                                                                              \
     int zelBandGetField##call(unsigned short field) {                                              \
         return forBand(zelband_GetField##call, field);                                             \
     }
-#include "family/band/user_fields.def"
-#undef ZEL_FLAG
-#undef ZEL_NUMBER
+#define ZEL_FIELD(name, call, kind, most, comment) ZEL_##kind(name, call)
+#include "frame/band_settings.def"
+#undef ZEL_flag
+#undef ZEL_byte
 
 int zelBandSetFieldKeydata(unsigned short field, unsigned short index, unsigned short value) {
     return forBand(zelband_SetFieldKeydata, field, index, value);

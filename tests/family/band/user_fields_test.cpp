@@ -35,31 +35,33 @@ struct Number {
 };
 
 constexpr Flag kFlags[] = {
-#define ZEL_FLAG(call, word)                                                                       \
+#define ZEL_flag(name, call)                                                                       \
     {#call,                                                                                        \
      zelband_SetField##call,                                                                       \
      zelband_GetField##call,                                                                       \
      zelBandSetField##call,                                                                        \
      zelBandGetField##call,                                                                        \
-     &BandUserField::word},
-#define ZEL_NUMBER(call, word)
-#include "family/band/user_fields.def"
-#undef ZEL_FLAG
-#undef ZEL_NUMBER
+     &BandUserField::name},
+#define ZEL_byte(name, call)
+#define ZEL_FIELD(name, call, kind, most, comment) ZEL_##kind(name, call)
+#include "frame/band_settings.def"
+#undef ZEL_flag
+#undef ZEL_byte
 };
 
 constexpr Number kNumbers[] = {
-#define ZEL_FLAG(call, word)
-#define ZEL_NUMBER(call, word)                                                                     \
+#define ZEL_flag(name, call)
+#define ZEL_byte(name, call)                                                                       \
     {#call,                                                                                        \
      zelband_SetField##call,                                                                       \
      zelband_GetField##call,                                                                       \
      zelBandSetField##call,                                                                        \
      zelBandGetField##call,                                                                        \
-     &BandUserField::word},
-#include "family/band/user_fields.def"
-#undef ZEL_FLAG
-#undef ZEL_NUMBER
+     &BandUserField::name},
+#define ZEL_FIELD(name, call, kind, most, comment) ZEL_##kind(name, call)
+#include "frame/band_settings.def"
+#undef ZEL_flag
+#undef ZEL_byte
 };
 
 tsBand without(tsBand settings, int field, std::uint8_t BandUserField::*word) {
