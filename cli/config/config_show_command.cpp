@@ -64,7 +64,7 @@ std::string lineOf(const StripeSetting& setting) {
 
 Json jsonOf(const StripeSetting& setting) {
     Json json = {{"value", setting.get(setting)}, {"kind", kindText(setting)}};
-    if (setting.kind == StripeSetting::Kind::Time)
+    if (setting.kind == StripeSetting::Kind::time)
         json["unit"] = "ms";
     return json;
 }

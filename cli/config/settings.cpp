@@ -43,7 +43,7 @@ std::string text(const Setting& setting, std::optional<int> value) {
 // Milliseconds in a step of what the reader counts in; 0 for what is no time.
 int stepOf(const Setting& setting) {
     if (setting.stripe)
-        return setting.stripe->kind == StripeSetting::Kind::Time ? kStripeTimeUnit : 0;
+        return setting.stripe->kind == StripeSetting::Kind::time ? kStripeTimeUnit : 0;
     return setting.word && isTime(*setting.word) ? setting.word->unit : 0;
 }
 

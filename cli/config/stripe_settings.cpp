@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The table of a stripe reader's settings and the library's calls behind each.
+// The table of a stripe reader's settings, made from their rows, and the library's calls behind
+// each.
 #include "cli/config/stripe_settings.h"
 
 #include "cli/config/word_search.h"
@@ -17,14 +18,6 @@ namespace {
 
 using Kind = StripeSetting::Kind;
 
-constexpr int kByte = UINT8_MAX;
-constexpr int kMostTime = 255 * kStripeTimeUnit;
-constexpr unsigned short kFields = std::size(decltype(tsBand::UserField){});
-constexpr unsigned short kKeys = std::size(decltype(BandUserField::Keybyte){});
-constexpr unsigned short kLeds = std::size(decltype(tsBand::LedColor){});
-
-// What no call sets without loss or traffic: calls on LEDs send at once, those on the beeper know
-// four beeps where the reader has seven, and the key times have none.
 tsBand& area() { return DevDat[GetActDev()].Band; }
 
 template <auto member> int getArea(const StripeSetting&) { return area().*member; }
@@ -34,114 +27,91 @@ template <auto member> void setArea(const StripeSetting&, int value) {
     place = static_cast<std::remove_reference_t<decltype(place)>>(value);
 }
 
-int getLed(const StripeSetting& setting) { return area().LedColor[setting.index]; }
-
-void setLed(const StripeSetting& setting, int value) {
-    area().LedColor[setting.index] = static_cast<std::uint8_t>(value);
+template <auto member> int getElement(const StripeSetting& setting) {
+    return (area().*member)[setting.index];
 }
 
-template <class Value> Value valueOf(int (*)(unsigned short, Value));
-
-template <auto call> int getField(const StripeSetting& setting) { return call(setting.field); }
-
-template <auto call> void setField(const StripeSetting& setting, int value) {
-    call(setting.field, static_cast<decltype(valueOf(call))>(value));
+template <auto member> void setElement(const StripeSetting& setting, int value) {
+    (area().*member)[setting.index] = static_cast<std::uint8_t>(value);
 }
 
-int getKey(const StripeSetting& setting) {
-    return zelBandGetFieldKeydata(setting.field, setting.index);
+int ask(int (*call)(), const StripeSetting&) { return call(); }
+
+int ask(int (*call)(unsigned short), const StripeSetting& setting) { return call(setting.field); }
+
+int ask(int (*call)(unsigned short, unsigned short), const StripeSetting& setting) {
+    return call(setting.field, setting.index);
 }
 
-void setKey(const StripeSetting& setting, int value) {
-    zelBandSetFieldKeydata(setting.field, setting.index, static_cast<unsigned short>(value));
+template <class Value> void tell(int (*call)(Value), const StripeSetting&, int value) {
+    call(static_cast<Value>(value));
 }
 
-int getLuid(const StripeSetting&) { return static_cast<std::uint16_t>(GetLUID()); }
-
-void setLuid(const StripeSetting&, int value) { SetLUID(static_cast<std::uint16_t>(value)); }
-
-int getQuiet(const StripeSetting&) {
-    sCfgFlags flags = {};
-    GetFlags(&flags);
-    return flags.bHaltKBSnd & 1;
+template <class Value>
+void tell(int (*call)(unsigned short, Value), const StripeSetting& setting, int value) {
+    call(setting.field, static_cast<Value>(value));
 }
 
-void setQuiet(const StripeSetting&, int value) {
-    sCfgFlags flags = {};
-    flags.bHaltKBSnd = static_cast<std::int16_t>(value);
-    SetFlags(&flags);
+template <class Value>
+void tell(int (*call)(unsigned short, unsigned short, Value), const StripeSetting& setting,
+          int value) {
+    call(setting.field, setting.index, static_cast<Value>(value));
 }
 
-int getKeypad(const StripeSetting&) {
-    sCfgFlags3 flags = {};
-    GetFlags3(&flags);
-    return flags.bUseNumKP & 1;
+template <auto call> int getByCall(const StripeSetting& setting) {
+    return ask(call, setting) & (setting.kind == Kind::flag ? 1 : UINT16_MAX);
 }
 
-void setKeypad(const StripeSetting&, int value) {
-    sCfgFlags3 flags = {};
-    flags.bUseNumKP = static_cast<std::int16_t>(value);
-    SetFlags3(&flags);
+template <auto call> void setByCall(const StripeSetting& setting, int value) {
+    tell(call, setting, value);
 }
 
-int getTracks(const StripeSetting&) { return zelBandGetTrackEnables(); }
-
-void setTracks(const StripeSetting&, int value) {
-    zelBandSetTrackEnables(static_cast<unsigned short>(value));
-}
-
-struct FieldWord {
-    const char* name;
-    Kind kind;
-    int most;
+struct Access {
     int (*get)(const StripeSetting&);
     void (*set)(const StripeSetting&, int);
 };
 
-#define ZEL_FIELD(name, call, kind, most)                                                          \
-    { name, kind, most, getField<zelBandGetField##call>, setField<zelBandSetField##call> }
+template <auto get, auto set> constexpr Access kByCalls{getByCall<get>, setByCall<set>};
+template <auto member> constexpr Access kInMemory{getArea<member>, setArea<member>};
 
-constexpr FieldWord kFieldWords[] = {
-    ZEL_FIELD("Enable", Enable, Kind::Flag, 1),
-    ZEL_FIELD("Skip", Skip, Kind::Flag, 1),
-    ZEL_FIELD("Track", Track, Kind::Number, 3),
-    ZEL_FIELD("Field", MagField, Kind::Number, kByte),
-    ZEL_FIELD("ByteOffset", Offset, Kind::Number, kByte),
-    ZEL_FIELD("Length", Length, Kind::Number, kByte),
-    ZEL_FIELD("Termination", Term, Kind::Number, kByte),
-    ZEL_FIELD("ShowSepSen", ShowSepSen, Kind::Flag, 1),
-    ZEL_FIELD("ShowLRC", ShowLRC, Kind::Flag, 1),
-    ZEL_FIELD("IgnoreLRC", IgnoreLRC, Kind::Flag, 1),
-    ZEL_FIELD("nKeys", KeyCount, Kind::Number, kKeys),
-};
+// How each setting that stands alone is reached. In memory is what no call sets without loss or
+// traffic: calls on LEDs send at once, those on the beeper know four beeps where the reader has
+// seven, and the key times have none.
+namespace access {
 
-#undef ZEL_FIELD
+constexpr Access LUID = kByCalls<GetLUID, SetLUID>;
+constexpr Access HaltKBSend = kByCalls<getCfgFlags_bHaltKBSnd, setCfgFlags_bHaltKBSnd>;
+constexpr Access UseNumKP = kByCalls<getCfgFlags3_bUseNumKP, setCfgFlags3_bUseNumKP>;
+constexpr Access TrackEnables = kByCalls<zelBandGetTrackEnables, zelBandSetTrackEnables>;
+constexpr Access Beeper = kInMemory<&tsBand::Beeper>;
+constexpr Access KeyPressTime = kInMemory<&tsBand::KeyPressTime>;
+constexpr Access KeyReleaseTime = kInMemory<&tsBand::KeyReleaseTime>;
 
-void addField(std::vector<StripeSetting>& all, unsigned short field) {
-    const auto number = static_cast<unsigned short>(field + 1);
-    for (const FieldWord& word : kFieldWords)
-        all.push_back({fmt::format("UserField[{}].{}", field, word.name), word.kind, word.most,
-                       number, 0, word.get, word.set});
-    for (unsigned short key = 0; key < kKeys; ++key)
-        all.push_back({fmt::format("UserField[{}].Keybyte[{}]", field, key), Kind::Number, kByte,
-                       number, key, getKey, setKey});
+} // namespace access
+
+void addField(std::vector<StripeSetting>& all, const std::string& name, unsigned short number) {
+#define ZEL_FIELD(word, call, kind, most, comment)                                                 \
+    all.push_back({name + "." #word, Kind::kind, most, number, 0,                                  \
+                   getByCall<zelBandGetField##call>, setByCall<zelBandSetField##call>});
+#define ZEL_FIELD_ARRAY(word, call, kind, most, comment)                                           \
+    for (unsigned short i = 0; i < sizeof(BandUserField::word); ++i)                               \
+        all.push_back({fmt::format("{}." #word "[{}]", name, i), Kind::kind, most, number, i,      \
+                       getByCall<zelBandGetField##call>, setByCall<zelBandSetField##call>});
+#include "frame/band_settings.def"
 }
 
 std::vector<StripeSetting> makeSettings() {
-    std::vector<StripeSetting> all = {
-        {"LUID", Kind::Number, UINT16_MAX, 0, 0, getLuid, setLuid},
-        {"HaltKBSend", Kind::Flag, 1, 0, 0, getQuiet, setQuiet},
-        {"UseNumKP", Kind::Flag, 1, 0, 0, getKeypad, setKeypad},
-        {"TrackEnables", Kind::Number, 7, 0, 0, getTracks, setTracks},
-        {"Beeper", Kind::Number, kByte, 0, 0, getArea<&tsBand::Beeper>, setArea<&tsBand::Beeper>}};
-    for (unsigned short led = 0; led < kLeds; ++led)
-        all.push_back({fmt::format("LedColor[{}]", led), Kind::Number, 3, 0, led, getLed, setLed});
-    for (unsigned short field = 0; field < kFields; ++field)
-        addField(all, field);
-    all.push_back({"KeyPressTime", Kind::Time, kMostTime, 0, 0, getArea<&tsBand::KeyPressTime>,
-                   setArea<&tsBand::KeyPressTime>});
-    all.push_back({"KeyReleaseTime", Kind::Time, kMostTime, 0, 0, getArea<&tsBand::KeyReleaseTime>,
-                   setArea<&tsBand::KeyReleaseTime>});
+    std::vector<StripeSetting> all;
+#define ZEL_SETTING(name, member, kind, most, comment)                                             \
+    all.push_back({#name, Kind::kind, most, 0, 0, access::name.get, access::name.set});
+#define ZEL_ARRAY(name, kind, most, comment)                                                       \
+    for (unsigned short i = 0; i < sizeof(tsBand::name); ++i)                                      \
+        all.push_back({fmt::format(#name "[{}]", i), Kind::kind, most, 0, i,                       \
+                       getElement<&tsBand::name>, setElement<&tsBand::name>});
+#define ZEL_FIELDS(name)                                                                           \
+    for (unsigned short number = 1; number <= std::size(decltype(tsBand::name){}); ++number)       \
+        addField(all, fmt::format(#name "[{}]", number - 1), number);
+#include "frame/band_settings.def"
     return all;
 }
 
@@ -178,18 +148,17 @@ Failure noStripeSetting(std::string_view name) {
 }
 
 const char* kindText(const StripeSetting& setting) {
-    return setting.kind == Kind::Flag ? "flag" : setting.kind == Kind::Time ? "time" : "number";
+    return setting.kind == Kind::flag ? "flag" : setting.kind == Kind::time ? "time" : "number";
 }
 
 std::string valueText(const StripeSetting& setting, int value) {
-    return setting.kind == Kind::Time ? fmt::format("{} ms", value) : std::to_string(value);
+    return setting.kind == Kind::time ? fmt::format("{} ms", value) : std::to_string(value);
 }
 
 int asStored(const StripeSetting& setting, long number) {
-    if (setting.kind == Kind::Flag)
+    if (setting.kind == Kind::flag)
         return number > 0 ? 1 : 0;
-    const bool isWord = setting.kind == Kind::Time || setting.most > kByte;
-    return static_cast<int>(number & (isWord ? UINT16_MAX : kByte));
+    return static_cast<int>(number & (setting.kind == Kind::byte ? UINT8_MAX : UINT16_MAX));
 }
 
 } // namespace zel::cli

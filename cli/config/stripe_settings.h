@@ -12,7 +12,7 @@
 namespace zel::cli {
 
 struct StripeSetting {
-    enum class Kind { Flag, Number, Time };
+    enum class Kind { flag, byte, time, luid };
 
     std::string name; // such as "UserField[0].Keybyte[15]"
     Kind kind;
