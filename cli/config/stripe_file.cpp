@@ -14,8 +14,6 @@ namespace zel::cli {
 
 namespace {
 
-constexpr char kTitle[] = "--- zelBand Configuration Template File ---";
-constexpr std::size_t kHead = 257; // characters that the title stands within
 constexpr std::size_t kLongestLine = 256;
 constexpr char kLastLine[] = "\n//##END##: ";
 
@@ -45,10 +43,7 @@ void take(const std::string& line, SettingValues& values) {
 
 } // namespace
 
-bool isStripeFile(const std::string& name) {
-    const std::string head = textOf(name).substr(0, kHead);
-    return head.find(kTitle) != std::string::npos;
-}
+bool isStripeFile(const std::string& name) { return hasTitle(textOf(name), FileKind::Band); }
 
 bool isStripeFileWhole(const std::string& name) {
     return textOf(name).rfind(kLastLine) != std::string::npos;

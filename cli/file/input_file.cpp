@@ -116,9 +116,15 @@ std::string textOf(const std::string& name) {
     return {std::istreambuf_iterator(file), {}};
 }
 
+bool hasTitle(const std::string& text, FileKind kind) {
+    return std::any_of(std::begin(kTitles), std::end(kTitles), [&](const Title& title) {
+        return title.kind == kind && text.substr(0, title.within).find(title.text) != text.npos;
+    });
+}
+
 std::optional<FileKind> kindOf(const std::string& text) {
     for (const Title& title : kTitles)
-        if (text.substr(0, title.within).find(title.text) != std::string::npos)
+        if (hasTitle(text, title.kind))
             return title.kind;
     const std::string line = text.substr(0, text.find('\n'));
     if (line.starts_with("[Blob") || line.starts_with("[EOF]"))

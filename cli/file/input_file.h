@@ -23,7 +23,10 @@ Outcome whyUnreadable(const std::string& name);
 // All of it; nothing of a file that can't be read.
 std::string textOf(const std::string& name);
 
-// By its content; nothing when it is none of them.
+// Whether the title of a kind stands at its begin; several may.
+bool hasTitle(const std::string& text, FileKind kind);
+
+// By its content, the first kind whose title it has; nothing when it is none of them.
 std::optional<FileKind> kindOf(const std::string& text);
 
 // Whether a template file was sealed at any time: one that lost a part of its trailer was.

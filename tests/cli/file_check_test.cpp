@@ -50,6 +50,15 @@ TEST(FileKinds, AreToldByTheBeginning) {
     EXPECT_EQ(cli::kindOf(""), std::nullopt);
 }
 
+TEST(FileKinds, AreTheFirstOneOfAFileWithSeveralTitles) {
+    const std::string text =
+        std::string("//--- zelBand Configuration Template File ---\n") + kTitle;
+    EXPECT_EQ(cli::kindOf(text), FileKind::Template) << "in the order of the kinds";
+    EXPECT_TRUE(cli::hasTitle(text, FileKind::Band));
+    EXPECT_FALSE(cli::hasTitle(text, FileKind::Echo));
+    EXPECT_FALSE(cli::hasTitle(text, FileKind::Keys)) << "these have none";
+}
+
 // The checksums are zlib's.
 TEST_F(FileCheck, GoodTrailersHold) {
     EXPECT_EQ(check(std::string(kTitle) + "/--- iEndOfHwgFile \niEndOfHwgFile = B5FA5473"),
