@@ -111,7 +111,7 @@ TEST_F(BandFile, ShowsTimesInTheMillisecondsOfTheRecord) {
 
 TEST_F(BandFile, ReplacesALongerFile) {
     fill();
-    writeFile("out", std::string(100'000, 'x'));
+    writeText("out", std::string(100'000, 'x'));
     EXPECT_EQ(written(), goldenFile("band"));
 }
 
@@ -159,16 +159,16 @@ TEST_F(BandFile, IsThatOfTheActiveDevice) {
 }
 
 TEST_F(BandFile, IsNotCreatedWhereNoFileCanBe) {
-    const auto files = openFiles();
+    const auto files = openDescriptors();
     for (const char* name : {"", "/", ".", "no/such/folder"})
         EXPECT_EQ(WriteDevCfgToFile(name), 0) << name;
     EXPECT_EQ(WriteDevCfgToFile(nullptr), 0);
-    EXPECT_EQ(openFiles(), files);
+    EXPECT_EQ(openDescriptors(), files);
 }
 
 TEST_F(BandFile, IsRefusedWhenItCannotBeReadOrHasAnotherTitle) {
     const std::string before = image();
-    const auto files = openFiles();
+    const auto files = openDescriptors();
     for (const char* name : {"", "missing", "/", "."})
         EXPECT_EQ(ReadDevCfgFmFile(name), 0) << name;
     EXPECT_EQ(ReadDevCfgFmFile(nullptr), 0);
@@ -179,7 +179,7 @@ TEST_F(BandFile, IsRefusedWhenItCannotBeReadOrHasAnotherTitle) {
           "//--- zelBand Configuration Template File --"})
         EXPECT_EQ(loadWhole(title + "\nBeeper: 7\n"), 0) << title;
     EXPECT_EQ(image(), before);
-    EXPECT_EQ(openFiles(), files);
+    EXPECT_EQ(openDescriptors(), files);
 }
 
 TEST_F(BandFile, HasItsTitleWithinTheFirst257Bytes) {

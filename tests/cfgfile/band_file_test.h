@@ -21,7 +21,7 @@ protected:
     static BandUserField& field(int index) { return band().UserField[index]; }
 
     static int loadWhole(const std::string& text) {
-        writeFile("in", text);
+        writeText("in", text);
         return ReadDevCfgFmFile("in");
     }
 

@@ -175,7 +175,7 @@ TEST_F(EchoFile, SaysNothingToTheSensor) {
 
 TEST_F(EchoFile, ThatCannotBeOpenedOrCreatedIsRefused) {
     const std::string before = image();
-    const auto files = openFiles();
+    const auto files = openDescriptors();
     for (const char* name : {"", "missing", "no/such/folder"})
         EXPECT_EQ(ReadDevCfgFmFile(name), 0) << name;
     for (const char* name : {"", "/", ".", "no/such/folder"})
@@ -183,5 +183,5 @@ TEST_F(EchoFile, ThatCannotBeOpenedOrCreatedIsRefused) {
     EXPECT_EQ(ReadDevCfgFmFile(nullptr), 0);
     EXPECT_EQ(WriteDevCfgToFile(nullptr), 0);
     EXPECT_EQ(image(), before);
-    EXPECT_EQ(openFiles(), files);
+    EXPECT_EQ(openDescriptors(), files);
 }

@@ -27,7 +27,7 @@ protected:
     }
 
     static int load(const std::string& text) {
-        writeFile("in", text);
+        writeText("in", text);
         return ReadDevCfgFmFile("in");
     }
 

@@ -17,11 +17,11 @@ protected:
             unplugAll();
             connect();
             const int before = bus().exchanges(0);
-            const auto files = openFiles();
+            const auto files = openDescriptors();
             if (n > 0)
                 failFor(n);
             operation(n);
-            EXPECT_EQ(openFiles(), files) << "a file stayed open";
+            EXPECT_EQ(openDescriptors(), files) << "a file stayed open";
             EXPECT_EQ(bus().openHandles(), 1);
             reached = bus().exchanges(0) - before >= n;
             forgiveHaste();
@@ -63,7 +63,7 @@ TEST_F(TemplateFailure, OfAnExchangeLeavesAllPartsOfSeveralConfigurations) {
 
 // The error word tells less: the question for the pause, asked behind each write, clears it.
 TEST_F(TemplateFailure, OfAnExchangeIsToldByTheResultOfALoad) {
-    writeFile("in", goldenFile("plain"));
+    writeText("in", goldenFile("plain"));
     walk([] { connectRead(); },
          [](int) {
              const bool isWritten = ReadDevCfgFmFile("in") != 0;
@@ -72,7 +72,7 @@ TEST_F(TemplateFailure, OfAnExchangeIsToldByTheResultOfALoad) {
 }
 
 TEST_F(TemplateFailure, OfAnExchangeEndsTheLoadOfSeveralConfigurations) {
-    writeFile("in", goldenFile("tagplus"));
+    writeText("in", goldenFile("tagplus"));
     walk([] { connectFilledPlus(); },
          [](int n) {
              SetActConfig(1);

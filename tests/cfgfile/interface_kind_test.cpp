@@ -11,7 +11,7 @@ namespace {
 class InterfaceKind : public TemplateTest {
 protected:
     static int kindOf(const std::string& text) {
-        writeFile("in", text);
+        writeText("in", text);
         return zelband_ReadDevTypeFromFile("in");
     }
 };
@@ -50,15 +50,15 @@ TEST_F(InterfaceKind, IsThatOfThisFileAlone) {
 }
 
 TEST_F(InterfaceKind, IsUnknownForWhatIsNoFile) {
-    const auto files = openFiles();
+    const auto files = openDescriptors();
     for (const char* name : {"", "missing", "/", "."})
         EXPECT_EQ(zelband_ReadDevTypeFromFile(name), kUnknown) << name;
     EXPECT_EQ(zelband_ReadDevTypeFromFile(nullptr), kUnknown);
-    EXPECT_EQ(openFiles(), files);
+    EXPECT_EQ(openDescriptors(), files);
 }
 
 TEST_F(InterfaceKind, IsAskedForWithAMagneticStripeReaderActive) {
-    writeFile("in", "Interface: SERIAL");
+    writeText("in", "Interface: SERIAL");
     SetUnsupportedProductErrorCode(-7);
     const std::pair<std::uint32_t, int> answers[] = {
         {ZELTAGAPI_ZELTAG, -7}, {ZELTAGAPI_ZELBAND, kSerial}, {ZELTAGAPI_ZELECHO, 0}, {8, -7}};

@@ -15,7 +15,7 @@ protected:
     ReadTemplate() : configs_(ZELTAGAPI_MAX_CONFIGS) {}
 
     int read(const std::string& text, int count = 1, int forReader = 0) {
-        writeFile("in", text);
+        writeText("in", text);
         return zelTagAPI_readTemplate("in", configs_.data(), count, forReader);
     }
 
@@ -113,7 +113,7 @@ TEST_F(ReadTemplate, RefusesWhatIsNoTemplateFile) {
 }
 
 TEST_F(ReadTemplate, RefusesBadArguments) {
-    writeFile("in", goldenFile("plain"));
+    writeText("in", goldenFile("plain"));
     for (const int count : {0, -1, 12, 1'000'000})
         EXPECT_EQ(zelTagAPI_readTemplate("in", configs_.data(), count, 0), 0) << count;
     EXPECT_EQ(zelTagAPI_readTemplate("in", nullptr, 1, 0), 0);
@@ -125,10 +125,10 @@ TEST_F(ReadTemplate, TouchesNeitherDeviceNorRecordNorFile) {
     SetActConfig(1);
     record().lLastErr = 0x77;
     const std::string before(reinterpret_cast<const char*>(&record()), sizeof record());
-    const auto files = openFiles();
+    const auto files = openDescriptors();
     EXPECT_EQ(read(goldenFile("plain"), 3, 1), 1);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(&record()), sizeof record()), before);
     EXPECT_EQ(bus().takeTrace(), "");
-    EXPECT_EQ(openFiles(), files);
+    EXPECT_EQ(openDescriptors(), files);
     EXPECT_EQ(textOf("in"), goldenFile("plain"));
 }

@@ -31,11 +31,11 @@ protected:
         return {check.fault, check.line};
     }
     static Finding band(const std::string& text) {
-        writeFile("in", text);
+        writeText("in", text);
         return find("in", ZELTAGAPI_FILE_BAND);
     }
     static Finding echo(const std::string& text) {
-        writeFile("in", text);
+        writeText("in", text);
         return find("in", ZELTAGAPI_FILE_ECHO);
     }
     // Of a file of the title and one line.

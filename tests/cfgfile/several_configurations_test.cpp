@@ -17,7 +17,7 @@ const std::string kCardLines = "CardType: 5 / x\nCardPriority: 1 / y\n";
 class SeveralConfigurations : public TemplateTest {
 protected:
     static int read(const std::string& text) {
-        writeFile("in", kTitleLine + text);
+        writeText("in", kTitleLine + text);
         bus().takeTrace();
         return ReadDevCfgFmFile("in");
     }
@@ -132,7 +132,7 @@ TEST_F(ManyConfigurations, EndWithTheRecord) {
     const TemporaryFolder folder;
     device().iTagPlusState = 2;
     device().iMaxConfig = 12;
-    writeFile("in", kTitleLine);
+    writeText("in", kTitleLine);
     const tsBand behind = device().Band;
     EXPECT_EQ(ReadDevCfgFmFile("in"), 0);
     EXPECT_TRUE(isSame(device().Band, behind));

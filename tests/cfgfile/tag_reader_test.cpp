@@ -11,7 +11,7 @@ namespace {
 class TemplateReader : public TemplateTest {
 protected:
     static int read(const std::string& text) {
-        writeFile("in", text);
+        writeText("in", text);
         return ReadDevCfgFmFile("in");
     }
 

@@ -54,7 +54,7 @@ TEST_F(TemplateWriter, WritesAReaderOfThreeConfigurationsToTheByte) {
 
 TEST_F(TemplateWriter, ReplacesALongerFile) {
     connectFilledPlain();
-    writeFile("out", std::string(100'000, 'x'));
+    writeText("out", std::string(100'000, 'x'));
     EXPECT_EQ(WriteDevCfgToFile("out"), 1);
     EXPECT_EQ(textOf("out"), goldenFile("plain"));
 }

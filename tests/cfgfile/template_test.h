@@ -6,26 +6,17 @@
 #include "cfgfile/tag_file.h"
 #include "frame/zelTagFiles.h"
 #include "tests/family/tag/config_test.h"
+#include "tests/support/descriptors.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <sstream>
 
 namespace zel::test {
 
 constexpr char kTitleLine[] = "/--- zelTag and OEM Reader Configuration Template File ---\n";
-
-inline std::string textOf(const std::string& name) {
-    std::stringstream text;
-    text << std::ifstream(name, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-inline void writeFile(const std::string& name, const std::string& text) {
-    std::ofstream(name, std::ios::binary) << text;
-}
 
 inline std::string goldenFile(const std::string& name) {
     const std::string text = textOf(ZEL_TEMPLATES + name + ".txt");
@@ -51,12 +42,6 @@ template <class Operation> std::string writtenBy(Operation operation) {
     std::string text(bytes, size);
     std::free(bytes);
     return text;
-}
-
-// Counts what the process holds open.
-inline std::ptrdiff_t openFiles() {
-    const std::filesystem::directory_iterator files("/proc/self/fd");
-    return std::distance(begin(files), end(files));
 }
 
 class TemplateTest : public ConfigTest {

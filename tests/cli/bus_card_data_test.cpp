@@ -14,9 +14,6 @@ using nlohmann::json;
 
 class BusCardData : public CommandLineTest {
 protected:
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
 };
 
 // A byte stands behind the four bits of the identifier.

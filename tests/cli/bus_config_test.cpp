@@ -12,16 +12,6 @@ using cli::ExitCode;
 
 class BusConfig : public CommandLineTest {
 protected:
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
-
-    static std::shared_ptr<sim::TagReader> plugPlus(int configurations) {
-        sim::TagOptions options;
-        options.tagPlusConfigurations = configurations;
-        return plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, "plus"}, options);
-    }
-
     static std::uint8_t stored(const sim::TagReader& reader, std::size_t configuration,
                                std::size_t block, std::size_t byte) {
         return reader.committed().configuration.at(configuration).block.at(block).at(byte);

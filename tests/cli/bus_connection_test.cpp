@@ -17,9 +17,6 @@ constexpr char kUnreadable[] = "the configuration of a can't be read; unplug it 
 
 class BusConnection : public CommandLineTest {
 protected:
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
 };
 
 TEST_F(BusConnection, ListGoesOnPastAReaderWhoseConfigurationCantBeRead) {

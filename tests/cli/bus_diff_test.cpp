@@ -18,12 +18,6 @@ protected:
         std::ofstream(name) << kTitle << lines;
     }
 
-    static std::shared_ptr<sim::TagReader> plugPlus(int configurations) {
-        sim::TagOptions options;
-        options.tagPlusConfigurations = configurations;
-        return plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, "plus"}, options);
-    }
-
 private:
     TemporaryFolder folder_;
 };

@@ -21,15 +21,6 @@ class BusDump : public CommandLineTest {
 protected:
     BusDump() { std::ofstream("old.txt") << kOld; }
 
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
-
-    static CommandRun cantWrite(const std::string& file, const std::string& reason) {
-        return refused(ExitCode::CannotWrite,
-                       file + " can't be written: " + reason + "; choose another file or folder");
-    }
-
     // Ends this process as the command ends.
     [[noreturn]] static void dumpAndExit() {
         const char* const arguments[] = {"zeltag", "dump", "old.txt"};

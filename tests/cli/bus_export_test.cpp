@@ -18,21 +18,6 @@ class BusExport : public CommandLineTest {
 protected:
     BusExport() { std::ofstream("old.txt") << kOld; }
 
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
-
-    static CommandRun cantWrite(const std::string& file, const std::string& reason) {
-        return refused(ExitCode::CannotWrite,
-                       file + " can't be written: " + reason + "; choose another file or folder");
-    }
-
-    static std::shared_ptr<sim::TagReader> plugPlus(int configurations) {
-        sim::TagOptions options;
-        options.tagPlusConfigurations = configurations;
-        return plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, "plus"}, options);
-    }
-
     // Field data of `fields` fields of 14 bytes behind a header of 4.
     static void plugWithFields(std::uint8_t fields) {
         sim::TagOptions options;

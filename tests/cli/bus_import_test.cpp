@@ -15,17 +15,7 @@ constexpr char kTitle[] = "/--- zelTag and OEM Reader Configuration Template Fil
 
 class BusImport : public CommandLineTest {
 protected:
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
-
     static void write(const std::string& lines) { std::ofstream("a.txt") << kTitle << lines; }
-
-    static std::shared_ptr<sim::TagReader> plugPlus(int configurations) {
-        sim::TagOptions options;
-        options.tagPlusConfigurations = configurations;
-        return plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, "plus"}, options);
-    }
 
     static std::uint8_t stored(const sim::TagReader& reader, std::size_t configuration,
                                std::size_t block, std::size_t byte) {
@@ -164,7 +154,7 @@ TEST_F(BusImport, RecordIsRefusedByTheConfigurationItIsFor) {
     const auto reader = plugPlus(2);
     reader->configuration(0).block[1][7] = 0x80;
     run({"config", "export", "a.txt"});
-    std::string text = contentOf("a.txt");
+    std::string text = textOf("a.txt");
     for (std::size_t at = 0; (at = text.find("iTrailParityBitCnt = ", at)) != std::string::npos;)
         text.insert(at += 21, "10");
     std::ofstream("a.txt") << text;
@@ -257,7 +247,7 @@ TEST_F(BusImport, SealedFileIsImported) {
 TEST_F(BusImport, ChangedSealedFileIsRefusedWithLineAndReason) {
     plugReader("a");
     run({"config", "export", "a.txt", "--sealed"});
-    std::string text = contentOf("a.txt");
+    std::string text = textOf("a.txt");
     text.replace(text.find("iIDHoldTO = 1000"), 16, "iIDHoldTO = 2000");
     std::ofstream("a.txt") << text;
     const auto lines = std::count(text.begin(), text.end(), '\n') + 1;

@@ -12,10 +12,6 @@ using cli::ExitCode;
 
 class BusRaw : public CommandLineTest {
 protected:
-    static CommandRun refused(ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
-
     static CommandRun failed() {
         return refused(ExitCode::Failed,
                        "the exchange with a failed; the reader may have taken the report: "

@@ -25,6 +25,15 @@ void PrintTo(const CommandRun& run, std::ostream* stream) {
     *stream << cli::codeName(run.exit) << "\nstdout: " << run.out << "\nstderr: " << run.err;
 }
 
+CommandRun refused(cli::ExitCode exit, const std::string& line) {
+    return {exit, "", "zeltag: " + line + "\n"};
+}
+
+CommandRun cantWrite(const std::string& file, const std::string& reason) {
+    return refused(cli::ExitCode::CannotWrite,
+                   file + " can't be written: " + reason + "; choose another file or folder");
+}
+
 CommandRun runCommand(const std::vector<const char*>& arguments) {
     std::vector<const char*> argv = {"zeltag"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
@@ -33,6 +42,12 @@ CommandRun runCommand(const std::vector<const char*>& arguments) {
     const cli::ExitCode exit = cli::runProgram(static_cast<int>(argv.size()), argv.data());
     std::string err = ::testing::internal::GetCapturedStderr();
     return {exit, ::testing::internal::GetCapturedStdout(), std::move(err)};
+}
+
+std::shared_ptr<sim::TagReader> CommandLineTest::plugPlus(int configurations) {
+    sim::TagOptions options;
+    options.tagPlusConfigurations = configurations;
+    return plugReader({sim::TagReader::kVendor, sim::TagReader::kProduct, "plus"}, options);
 }
 
 int CommandLineTest::connectReplies() {

@@ -20,6 +20,10 @@ struct CommandRun {
 
 void PrintTo(const CommandRun& run, std::ostream* stream);
 
+// A command that prints nothing but one line on stderr.
+CommandRun refused(cli::ExitCode exit, const std::string& line);
+CommandRun cantWrite(const std::string& file, const std::string& reason);
+
 CommandRun runCommand(const std::vector<const char*>& arguments);
 
 class CommandLineTest : public LibraryTest {
@@ -27,6 +31,9 @@ protected:
     static CommandRun run(const std::vector<const char*>& arguments) {
         return runCommand(arguments);
     }
+
+    // A reader named "plus" with so many configurations.
+    static std::shared_ptr<sim::TagReader> plugPlus(int configurations);
 
     // How many replies a connect to what is plugged in asks for.
     static int connectReplies();

@@ -2,6 +2,7 @@
 // `zeltag file check`: the kind of a file, and where its trailer doesn't hold.
 #include "cli/file/input_file.h"
 #include "tests/cli/run_program.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fstream>
@@ -137,8 +138,7 @@ TEST_F(FileCheck, SettingsWithoutAChecksumAreCheckedByTheirLines) {
 }
 
 TEST_F(FileCheck, WholeSettingsAreToldAsSuch) {
-    std::ifstream file(ZEL_TEMPLATES "band.txt", std::ios::binary);
-    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::string text = textOf(ZEL_TEMPLATES "band.txt");
     EXPECT_EQ(check(text), (Ended{0, "f  zelBand file, whole\n", ""}));
     EXPECT_EQ(check(text, {"--sealed"}),
               (Ended{65, "", "zeltag: f has no checksum; a zelBand file never has one\n"}));

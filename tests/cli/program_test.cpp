@@ -10,10 +10,6 @@ namespace zel::test {
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
 TEST(Program, TellsTheVersionOfTheLibrary) {
     EXPECT_EQ(runZeltag({"--version"}), (Ended{0, "zeltag 7.6.4\n", ""}));
 }

@@ -2,6 +2,7 @@
 // Files that take the place of others: modes, links, and what must not be replaced.
 #include "cli/command/replacement_file.h"
 #include "tests/cli/unprivileged.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fstream>
@@ -12,16 +13,12 @@ namespace zel::cli {
 namespace {
 
 namespace fs = std::filesystem;
+using test::textOf;
 
 class Replacement : public ::testing::Test {
 protected:
     static void write(const std::string& path, const std::string& text) {
         std::ofstream(path) << text;
-    }
-
-    static std::string read(const std::string& path) {
-        std::ifstream file(path);
-        return {std::istreambuf_iterator(file), {}};
     }
 
     // What becomes of `path`; the message when it can't be written.
@@ -52,7 +49,7 @@ TEST_F(Replacement, NewFileHasTheModeThatTheUmaskLeaves) {
     EXPECT_EQ(replace("a"), "");
     umask(before);
     EXPECT_EQ(modeOf("a"), 0640);
-    EXPECT_EQ(read("a"), "new");
+    EXPECT_EQ(textOf("a"), "new");
     EXPECT_EQ(entries(), 1);
 }
 
@@ -61,7 +58,7 @@ TEST_F(Replacement, ReplacedFileKeepsItsMode) {
     chmod("a", 0604);
     EXPECT_EQ(replace("a"), "");
     EXPECT_EQ(modeOf("a"), 0604);
-    EXPECT_EQ(read("a"), "new");
+    EXPECT_EQ(textOf("a"), "new");
 }
 
 TEST_F(Replacement, LinkStaysALinkAndItsFileIsReplaced) {
@@ -70,7 +67,7 @@ TEST_F(Replacement, LinkStaysALinkAndItsFileIsReplaced) {
     fs::create_symlink("there/a", "link");
     EXPECT_EQ(replace("link"), "");
     EXPECT_TRUE(fs::is_symlink("link"));
-    EXPECT_EQ(read("there/a"), "new");
+    EXPECT_EQ(textOf("there/a"), "new");
 }
 
 TEST_F(Replacement, FileThatIsNotKeptLeavesNothing) {
@@ -80,7 +77,7 @@ TEST_F(Replacement, FileThatIsNotKeptLeavesNothing) {
         write(file.temporary(), "half");
         EXPECT_EQ(entries(), 2);
     }
-    EXPECT_EQ(read("a"), "old");
+    EXPECT_EQ(textOf("a"), "old");
     EXPECT_EQ(entries(), 1);
 }
 
@@ -98,7 +95,7 @@ TEST_F(Replacement, ReadOnlyFileIsNotReplaced) {
     chmod("a", 0444);
     const test::Unprivileged rights;
     EXPECT_EQ(replace("a"), "a can't be written: Permission denied");
-    EXPECT_EQ(read("a"), "old");
+    EXPECT_EQ(textOf("a"), "old");
 }
 
 TEST_F(Replacement, FolderIsNoFile) {

@@ -47,4 +47,8 @@ private:
 
 Ended runZeltag(const Arguments& arguments, Stdout where = Stdout::Captured);
 
+inline bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
 } // namespace zel::test

@@ -15,10 +15,6 @@ namespace {
 
 using nlohmann::json;
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
 std::string hostText(std::uint8_t lastByte) {
     std::string text;
     for (const int byte : loopbackHost(lastByte))

@@ -30,7 +30,7 @@ TEST_F(StripeFile, ExportWritesAllSettings) {
     reader().settings().system[0] = 5;
     EXPECT_EQ(run({"config", "export", "a.txt"}),
               (CommandRun{ExitCode::Done, "a.txt  1 configuration of COM1:\n", ""}));
-    const std::string text = contentOf("a.txt");
+    const std::string text = textOf("a.txt");
     EXPECT_NE(text.find("\nTrackEnables: 5 "), std::string::npos);
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2 + 309 + 2);
 }

@@ -42,10 +42,6 @@ protected:
         return nlohmann::json::parse(done.out);
     }
 
-    static CommandRun refused(cli::ExitCode exit, const std::string& line) {
-        return {exit, "", "zeltag: " + line + "\n"};
-    }
-
     static nlohmann::json device() { return {{"index", 0}, {"name", "COM1:"}, {"port", kPath}}; }
 
 private:

@@ -2,6 +2,7 @@
 // Serial lines by their numbers, and what a scan of them did as text.
 #pragma once
 
+#include "tests/family/band/stripe_reader.h"
 #include "tests/support/line_test.h"
 
 #include <sstream>
@@ -52,6 +53,12 @@ protected:
     static std::string path(int port) { return "/dev/ttySIM" + std::to_string(port); }
 
     static std::shared_ptr<sim::TagStream> attachTag(int port) { return attachReader(path(port)); }
+
+    static std::shared_ptr<StripeLine> attachStripe(int port) {
+        auto reader = std::make_shared<StripeLine>();
+        lines().attach(path(port), reader);
+        return reader;
+    }
 
     // A line that opens and never answers.
     static void attachSilence(int port) {

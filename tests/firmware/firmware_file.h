@@ -3,9 +3,8 @@
 #pragma once
 
 #include "tests/support/crc32.h"
+#include "tests/support/files.h"
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -62,11 +61,5 @@ struct FirmwareFile {
         return sealed(joined(header, lineEnd) + micro + lineEnd + joined(body, lineEnd));
     }
 };
-
-// Made anew: some file systems flush a file that is written over.
-inline void writeText(const std::string& name, const std::string& text) {
-    std::filesystem::remove(name);
-    std::ofstream(name, std::ios::binary) << text;
-}
 
 } // namespace zel::test

@@ -5,13 +5,12 @@
 #include "firmware/crc.h"
 #include "firmware/trailer.h"
 #include "tests/support/crc32.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
 #include <cstdint>
 #include <cstdio>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <ostream>
 #include <random>
 #include <string>
@@ -33,11 +32,8 @@ class TrailerTest : public ::testing::Test {
 protected:
     static constexpr char kFile[] = "file.txt";
 
-    static void write(const std::string& text) { std::ofstream(kFile, std::ios::binary) << text; }
-    static std::string read() {
-        std::ifstream file(kFile, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    static void write(const std::string& text) { writeText(kFile, text); }
+    static std::string read() { return textOf(kFile); }
 
     // What the reader of a kind finds in a file with that text.
     static std::string find(int kind, const std::string& text) {

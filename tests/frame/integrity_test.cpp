@@ -26,7 +26,7 @@ protected:
     ~Integrity() override { SetUnsupportedProductErrorCode(0); }
 
     static std::string sealed(const std::string& text) {
-        writeFile("sealed", text);
+        writeText("sealed", text);
         EXPECT_EQ(CRC().generateAppendCRC("sealed"), 0);
         return textOf("sealed");
     }
@@ -89,7 +89,7 @@ TEST_F(SealedWrite, SealsTheHeadAloneOfAReaderThatDoesntAnswer) {
 }
 
 TEST_F(SealedWrite, YieldsOneAndWritesNothingWithoutAProximityReader) {
-    writeFile("kept", "kept");
+    writeText("kept", "kept");
     forEachUnserved([](const std::string& what) {
         DevDat[0].lLastErr = DevDat[1].lLastErr = 0x5A5A;
         EXPECT_EQ(WriteDevCfgToSecureFile("out"), 1) << what;
@@ -126,11 +126,11 @@ TEST_F(SealedWrite, LeavesAFileThatHoldsWhicheverExchangeFails) {
         unplugAll();
         connectFilledPlain();
         const int before = bus().exchanges(0);
-        const auto files = openFiles();
+        const auto files = openDescriptors();
         failFor(n);
         EXPECT_EQ(WriteDevCfgToSecureFile("out"), 1);
         EXPECT_TRUE(holds("out"));
-        EXPECT_EQ(openFiles(), files);
+        EXPECT_EQ(openDescriptors(), files);
         reached = bus().exchanges(0) - before >= n;
         forgiveHaste();
     }
@@ -139,7 +139,7 @@ TEST_F(SealedWrite, LeavesAFileThatHoldsWhicheverExchangeFails) {
 
 TEST_F(SealedRead, AppliesAFileThatHolds) {
     connectRead();
-    writeFile("in", sealed(std::string(kTitleLine) + "bSndFac = 1\n"));
+    writeText("in", sealed(std::string(kTitleLine) + "bSndFac = 1\n"));
     record().lLastErr = 0x5A5A;
     EXPECT_EQ(ReadDevCfgFromSecureFile("in"), 1);
     EXPECT_EQ(config().sCfgFlags.bSndFac, 1);
@@ -160,10 +160,10 @@ TEST_F(SealedRead, TakesBackWhatWasWritten) {
 TEST_F(SealedRead, RefusesAFileThatDoesntHoldAndTouchesNoDevice) {
     connectRead();
     const std::string good = sealed(std::string(kTitleLine) + "bSndFac = 1\n");
-    writeFile("changed", "x" + good);
-    writeFile("cut", good.substr(0, good.size() - 1));
-    writeFile("bare", std::string(kTitleLine) + "bSndFac = 1\n");
-    writeFile("empty", "");
+    writeText("changed", "x" + good);
+    writeText("cut", good.substr(0, good.size() - 1));
+    writeText("bare", std::string(kTitleLine) + "bSndFac = 1\n");
+    writeText("empty", "");
     for (const char* const name :
          {"changed", "cut", "bare", "empty", "missing", ".", static_cast<const char*>(nullptr)}) {
         record().lLastErr = 0x5A5A;
@@ -176,7 +176,7 @@ TEST_F(SealedRead, RefusesAFileThatDoesntHoldAndTouchesNoDevice) {
 }
 
 TEST_F(SealedRead, ChecksTheFileBeforeTheDevice) {
-    writeFile("changed", std::string("x") + kSealedHead);
+    writeText("changed", std::string("x") + kSealedHead);
     forEachUnserved([](const std::string& what) {
         DevDat[0].lLastErr = DevDat[1].lLastErr = 0x5A5A;
         EXPECT_EQ(ReadDevCfgFromSecureFile("changed"), 0) << what;
@@ -185,7 +185,7 @@ TEST_F(SealedRead, ChecksTheFileBeforeTheDevice) {
 }
 
 TEST_F(SealedRead, YieldsOneAndLoadsNothingWithoutAProximityReader) {
-    writeFile("in", sealed(std::string(kTitleLine) + "bSndFac = 1\n"));
+    writeText("in", sealed(std::string(kTitleLine) + "bSndFac = 1\n"));
     EXPECT_EQ(ReadDevCfgFromSecureFile("in"), 1) << "with no device";
     forEachUnserved([](const std::string& what) {
         EXPECT_EQ(ReadDevCfgFromSecureFile("in"), 1) << what;
@@ -195,25 +195,25 @@ TEST_F(SealedRead, YieldsOneAndLoadsNothingWithoutAProximityReader) {
 
 TEST_F(SealedRead, YieldsTheUnsupportedValueForASealedFileOfAnotherForm) {
     connectRead();
-    writeFile("in", sealed("no title\n"));
+    writeText("in", sealed("no title\n"));
     record().lLastErr = 0x5A5A;
     EXPECT_EQ(ReadDevCfgFromSecureFile("in"), kUnsupported);
     EXPECT_EQ(GetLastLibErr(), 0) << "the trailer holds";
 }
 
 TEST_F(SealedRead, YieldsTheUnsupportedValueWhicheverExchangeFails) {
-    writeFile("in", sealed(goldenFile("plain")));
+    writeText("in", sealed(goldenFile("plain")));
     int n = 0;
     for (bool reached = true; reached;) {
         SCOPED_TRACE("exchange " + std::to_string(++n));
         unplugAll();
         connectRead();
         const int before = bus().exchanges(0);
-        const auto files = openFiles();
+        const auto files = openDescriptors();
         failFor(n);
         const int result = ReadDevCfgFromSecureFile("in");
         EXPECT_EQ(result, marks() == 0 ? 1 : kUnsupported);
-        EXPECT_EQ(openFiles(), files);
+        EXPECT_EQ(openDescriptors(), files);
         reached = bus().exchanges(0) - before >= n;
         forgiveHaste();
     }
@@ -221,8 +221,8 @@ TEST_F(SealedRead, YieldsTheUnsupportedValueWhicheverExchangeFails) {
 }
 
 TEST_F(FirmwareFile, IsCheckedWithoutADeviceAndWithoutAnErrorWord) {
-    writeFile("good", ":1\nF03557F8");
-    writeFile("changed", ":2\nF03557F8");
+    writeText("good", ":1\nF03557F8");
+    writeText("changed", ":2\nF03557F8");
     record().lLastErr = 0x5A5A;
     EXPECT_EQ(CheckTamperedFirmwareFile("good"), 1);
     EXPECT_EQ(CheckTamperedFirmwareFile("changed"), 0);
@@ -233,7 +233,7 @@ TEST_F(FirmwareFile, IsCheckedWithoutADeviceAndWithoutAnErrorWord) {
 }
 
 TEST_F(FirmwareFile, StaysByteForByteWhenItIsToBeSealed) {
-    writeFile("file", ":1\n");
+    writeText("file", ":1\n");
     GenerateSecureFirmwareFile("file");
     GenerateSecureFirmwareFile("missing");
     GenerateSecureFirmwareFile(nullptr);
@@ -242,7 +242,7 @@ TEST_F(FirmwareFile, StaysByteForByteWhenItIsToBeSealed) {
 }
 
 TEST_F(FileCheck, TellsFaultLineAndBothChecksums) {
-    writeFile("file", ":2\nF03557F8");
+    writeText("file", ":2\nF03557F8");
     zelFileCheck check;
     std::memset(&check, 0xFF, sizeof check);
     EXPECT_EQ(zelTagAPI_checkFile("file", ZELTAGAPI_FILE_FIRMWARE, &check), 0);
@@ -253,7 +253,7 @@ TEST_F(FileCheck, TellsFaultLineAndBothChecksums) {
 }
 
 TEST_F(FileCheck, TellsWhatHolds) {
-    writeFile("file", kSealedHead);
+    writeText("file", kSealedHead);
     zelFileCheck check{};
     EXPECT_EQ(zelTagAPI_checkFile("file", ZELTAGAPI_FILE_TEMPLATE, &check), 1);
     EXPECT_EQ(check.fault, ZELTAGAPI_FAULT_NONE);

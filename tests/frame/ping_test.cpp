@@ -12,7 +12,7 @@ class SlowReader : public zel::sim::TagReader {
 public:
     explicit SlowReader(std::uint64_t us) : us_(us) {}
     bool answer(std::uint8_t id, std::span<std::uint8_t> reply) override {
-        setVirtualMicroseconds(virtualMicroseconds() + us_);
+        wait(us_);
         return TagReader::answer(id, reply);
     }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Records that a magnetic stripe reader and a sensor have a part of.
+#include "tests/support/is_same.h"
 #include "tests/support/library_test.h"
 
-#include <cstring>
 #include <initializer_list>
 
 using namespace zel::test;
@@ -42,17 +42,13 @@ constexpr sCfgFlags kFlags = {1, 2, 3, 4, 5, 6, 7, 8};
 constexpr sCfgFlags3 kFlags3 = {1, 2, 3, 4, 5, 6, 7, 8};
 constexpr sLEDCtrl kLeds = {9, 9, 9, 4, 5, 6, 7, 8};
 
-template <class Record> bool same(const Record& a, const Record& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
 } // namespace
 
 TEST_F(StripeReadersPartOfRecords, FlagsAreItsHaltFlagAlone) {
     band().HaltKBSend = 1;
     sCfgFlags flags = kFlags;
     EXPECT_EQ(GetFlags(&flags), 1);
-    EXPECT_TRUE(same(flags, sCfgFlags{1, 2, 3, 4, 5, 6, 7, 1}));
+    EXPECT_TRUE(isSame(flags, sCfgFlags{1, 2, 3, 4, 5, 6, 7, 1}));
 }
 
 TEST_F(StripeReadersPartOfRecords, HaltFlagIsSetToZeroOrOne) {
@@ -66,7 +62,7 @@ TEST_F(StripeReadersPartOfRecords, HaltFlagIsSetToZeroOrOne) {
 TEST_F(StripeReadersPartOfRecords, SetFlagsLeavesTheProximityReadersRecord) {
     sCfgFlags flags = kFlags;
     EXPECT_EQ(SetFlags(&flags), 1);
-    EXPECT_TRUE(same(DevDat[0].Cfg[0].sCfgFlags, sCfgFlags{}));
+    EXPECT_TRUE(isSame(DevDat[0].Cfg[0].sCfgFlags, sCfgFlags{}));
     EXPECT_EQ(DevDat[0].Cfg[0].bDirtyIDFrmt1, 0U);
     EXPECT_EQ(echo().bEchoHalt, 0U);
 }
@@ -75,7 +71,7 @@ TEST_F(StripeReadersPartOfRecords, ThirdFlagsAreItsKeypadFlagAlone) {
     band().UseNumKP = 1;
     sCfgFlags3 flags = {0, 2, 3, 4, 5, 6, 7, 8};
     EXPECT_EQ(GetFlags3(&flags), 1);
-    EXPECT_TRUE(same(flags, kFlags3));
+    EXPECT_TRUE(isSame(flags, kFlags3));
 }
 
 TEST_F(StripeReadersPartOfRecords, KeypadFlagIsSetToZeroOrOne) {
@@ -100,7 +96,7 @@ TEST_F(SensorsPartOfRecords, FlagsAreItsHaltWordAlone) {
     echo().bEchoHalt = 177;
     sCfgFlags flags = kFlags;
     EXPECT_EQ(GetFlags(&flags), 1);
-    EXPECT_TRUE(same(flags, sCfgFlags{1, 2, 3, 4, 5, 6, 7, 177}));
+    EXPECT_TRUE(isSame(flags, sCfgFlags{1, 2, 3, 4, 5, 6, 7, 177}));
 }
 
 TEST_F(SensorsPartOfRecords, HaltWordIsSetAsGiven) {
@@ -120,14 +116,14 @@ TEST_F(SensorsPartOfRecords, SecondAndThirdFlagsAreUnsupported) {
     EXPECT_EQ(SetFlags2(&flags2), -7);
     EXPECT_EQ(GetFlags3(&flags3), -7);
     EXPECT_EQ(SetFlags3(&flags3), -7);
-    EXPECT_TRUE(same(flags3, kFlags3));
+    EXPECT_TRUE(isSame(flags3, kFlags3));
 }
 
 TEST_F(SensorsPartOfRecords, LedFlags6AreTheApplicationsBitAndGreen) {
     ledFlags() = 6;
     sLEDCtrl leds = kLeds;
     EXPECT_EQ(GetLEDCtrl(&leds), 1);
-    EXPECT_TRUE(same(leds, sLEDCtrl{1, 0, 1, 4, 5, 6, 7, 8}));
+    EXPECT_TRUE(isSame(leds, sLEDCtrl{1, 0, 1, 4, 5, 6, 7, 8}));
 }
 
 TEST_F(SensorsPartOfRecords, LedFlagsUpTo7SpreadOverThreeWords) {
@@ -144,7 +140,7 @@ TEST_F(SensorsPartOfRecords, OtherLedFlagsAreTheResultAndClearTheThreeWords) {
         ledFlags() = flags;
         sLEDCtrl leds = kLeds;
         EXPECT_EQ(GetLEDCtrl(&leds), flags);
-        EXPECT_TRUE(same(leds, sLEDCtrl{0, 0, 0, 4, 5, 6, 7, 8})) << flags;
+        EXPECT_TRUE(isSame(leds, sLEDCtrl{0, 0, 0, 4, 5, 6, 7, 8})) << flags;
     }
 }
 
@@ -162,7 +158,7 @@ TEST_F(SensorsPartOfRecords, SetLedsGathersThreeWordsThatArentZero) {
         EXPECT_EQ(ledFlags(), flags);
     }
     EXPECT_EQ(echo().bDirtySonar, 0U);
-    EXPECT_TRUE(same(DevDat[0].Cfg[0].sLEDCtrl, sLEDCtrl{}));
+    EXPECT_TRUE(isSame(DevDat[0].Cfg[0].sLEDCtrl, sLEDCtrl{}));
 }
 
 TEST_F(SensorsPartOfRecords, NullRecordsAreRefused) {

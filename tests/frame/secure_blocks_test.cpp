@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The exported calls on key blobs: which device they serve, and the check of a file in front.
+#include "tests/support/crc32.h"
 #include "tests/support/library_test.h"
 #include "tests/support/temporary_folder.h"
 
-#include <cstdio>
 #include <cstring>
 #include <fstream>
 
@@ -18,21 +18,8 @@ constexpr std::int64_t kBefore = 0x55;
 const std::string kSection = "[Blob1]\r\nhdr=10 01 04 00\r\ndata=01 02 03 04\r\n";
 const std::string kBroken = "[Blob2]\r\nhrd=10 01 04 00\r\n";
 
-// The checksum bit by bit.
-unsigned checksumOf(const std::string& text) {
-    unsigned value = 0xFFFFFFFF;
-    for (const char character : text) {
-        value ^= static_cast<unsigned char>(character);
-        for (int bit = 0; bit < 8; ++bit)
-            value = value >> 1 ^ ((value & 1) != 0 ? 0xEDB88320 : 0);
-    }
-    return ~value;
-}
-
 std::string sealed(const std::string& text) {
-    char digits[9];
-    std::snprintf(digits, sizeof digits, "%08X", checksumOf(text));
-    return text + "[EOF]\r\niEndOfIniFile=" + digits + "\r\n";
+    return text + "[EOF]\r\niEndOfIniFile=" + crcDigits(text) + "\r\n";
 }
 
 class SecureBlocks : public LibraryTest {

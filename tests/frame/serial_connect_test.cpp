@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // ComConnect() and ComConnectPort() step by step.
-#include "tests/family/band/stripe_reader.h"
 #include "tests/family/line_scan.h"
 #include "transport/port.h"
 
@@ -11,11 +10,6 @@ namespace {
 
 class LineConnect : public LineScan {
 protected:
-    static std::shared_ptr<StripeLine> attachStripe(int port) {
-        auto reader = std::make_shared<StripeLine>();
-        lines().attach(path(port), reader);
-        return reader;
-    }
 };
 
 class LineConnectMask : public LineConnect {};

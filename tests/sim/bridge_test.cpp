@@ -2,6 +2,7 @@
 // The simulated bridge's stream, through real sockets of the loopback network.
 #include "sim/bridge/bridge.h"
 #include "tests/sim/echo_stream.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/host_socket.h"
 #include "tests/support/loopback.h"
 
@@ -18,20 +19,10 @@ namespace {
 
 constexpr int kWait = 1000; // ms until what was sent must have arrived
 
-int openDescriptors() {
-    int count = 0;
-    for (int descriptor = 0; descriptor < 256; ++descriptor)
-        count += fcntl(descriptor, F_GETFD) >= 0 ? 1 : 0;
-    return count;
-}
-
-int inheritedDescriptors() {
-    int count = 0;
-    for (int descriptor = 0; descriptor < 256; ++descriptor) {
-        const int flags = fcntl(descriptor, F_GETFD);
-        count += flags >= 0 && (flags & FD_CLOEXEC) == 0 ? 1 : 0;
-    }
-    return count;
+std::set<int> inheritedDescriptors() {
+    std::set<int> open = openDescriptors();
+    std::erase_if(open, [](int fd) { return (fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0; });
+    return open;
 }
 
 class BridgeStream : public ::testing::Test {
@@ -266,7 +257,7 @@ TEST_F(BridgeStream, FailsToStartWhereItsTcpPortIsTaken) {
 TEST(BridgePorts, OfProbesThatAreTakenLetTheStartFailAndNothingStaysOpen) {
     for (const Probe probe : kProbes) {
         const Socket holder = Socket::bound(Socket::Kind::Datagram, loopbackHost(1), portOf(probe));
-        const int before = openDescriptors();
+        const auto before = openDescriptors();
         Bridge bridge(std::make_shared<EchoStream>(), {.address = loopbackHost(1)});
         EXPECT_FALSE(bridge.start());
         EXPECT_EQ(errno, EADDRINUSE);
@@ -277,15 +268,16 @@ TEST(BridgePorts, OfProbesThatAreTakenLetTheStartFailAndNothingStaysOpen) {
 }
 
 TEST(BridgePorts, AreNotInheritedAndAllReleased) {
-    const int before = openDescriptors();
-    const int inherited = inheritedDescriptors();
+    const auto before = openDescriptors();
+    const auto inherited = inheritedDescriptors();
     {
         Bridge bridge(std::make_shared<EchoStream>(), {.address = loopbackHost(1)});
         ASSERT_TRUE(bridge.start());
         const HostSocket host = HostSocket::connected(loopbackHost(1), bridge.port());
         bridge.pump(kWait);
         EXPECT_TRUE(bridge.hasClient());
-        EXPECT_EQ(openDescriptors(), before + 5); // listener, two probes, the client's two ends
+        // listener, two probes, the client's two ends
+        EXPECT_EQ(openDescriptors().size(), before.size() + 5);
         EXPECT_EQ(inheritedDescriptors(), inherited);
     }
     EXPECT_EQ(openDescriptors(), before);

@@ -7,13 +7,10 @@
 
 using namespace zel::sim;
 using zel::test::SpokenReader;
+using zel::test::wait;
 using Block = TagReader::Block;
 
 namespace {
-
-void wait(std::uint64_t microseconds) {
-    zel::test::setVirtualMicroseconds(zel::test::virtualMicroseconds() + microseconds);
-}
 
 constexpr Block kOpen = {0x89, 0x90, 0, 0, 0x10, 7, 5, 0xA5};
 constexpr Block kChunk1 = {0x89, 0x90, 0, 1, 1, 2, 3, 4};

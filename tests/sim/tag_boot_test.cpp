@@ -5,6 +5,7 @@
 
 using namespace zel::sim;
 using zel::test::SpokenReader;
+using zel::test::wait;
 
 namespace {
 
@@ -12,10 +13,6 @@ using Block = TagReader::Block;
 
 constexpr Block kReady = {0, '.'};
 constexpr Block kBusy = {0, 'T'};
-
-void wait(std::uint64_t microseconds) {
-    zel::test::setVirtualMicroseconds(zel::test::virtualMicroseconds() + microseconds);
-}
 
 class SimulatedBootLoader : public ::testing::Test {
 protected:

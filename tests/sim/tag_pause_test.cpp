@@ -7,14 +7,11 @@
 
 using namespace zel::sim;
 using zel::test::SpokenReader;
+using zel::test::wait;
 
 namespace {
 
 using Block = TagReader::Block;
-
-void wait(std::uint64_t microseconds) {
-    zel::test::setVirtualMicroseconds(zel::test::virtualMicroseconds() + microseconds);
-}
 
 // Violations of a ping that comes so many microseconds after what `work` tells the reader.
 template <typename Work>

@@ -24,6 +24,7 @@ std::function<void(std::uint64_t)> pauseListener;
 
 std::uint64_t virtualMicroseconds() { return now.load(kOrder); }
 void setVirtualMicroseconds(std::uint64_t time) { now.store(time, kOrder); }
+void wait(std::uint64_t microseconds) { now.fetch_add(microseconds, kOrder); }
 void onPause(std::function<void(std::uint64_t)> listener) { pauseListener = std::move(listener); }
 std::uint64_t takePausedMicroseconds() { return paused.exchange(0, kOrder); }
 

@@ -12,6 +12,9 @@ namespace zel::test {
 std::uint64_t virtualMicroseconds();
 void setVirtualMicroseconds(std::uint64_t now);
 
+// Time passes without a pause.
+void wait(std::uint64_t microseconds);
+
 // Called with each pause, in microseconds, before the clock moves on.
 void onPause(std::function<void(std::uint64_t)> listener);
 

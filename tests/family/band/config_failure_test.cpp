@@ -56,7 +56,7 @@ protected:
         failAt(n, fault);
         const int result = operation();
         reader->fail(BandFault::None);
-        setVirtualMicroseconds(virtualMicroseconds() + 1'300'000);
+        wait(1'300'000);
         return {result, error(), reader->commands() - before};
     }
 };

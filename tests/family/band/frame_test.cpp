@@ -121,7 +121,7 @@ TEST_F(BandFrameOnLine, WaitsBehindTheTwoCommandsThatWriteTheFlash) {
         EXPECT_EQ(SendBandCmd(command.c_str(), reply.data()), 1);
         EXPECT_EQ(told(), "> " + quotedFrame(command) + "~ 200 ms\n< " +
                               quotedFrame("R" + command.substr(1)));
-        setVirtualMicroseconds(virtualMicroseconds() + 1'100'000);
+        wait(1'100'000);
     }
 }
 

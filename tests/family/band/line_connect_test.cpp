@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The scan for stripe readers on lines, which is not the one for proximity readers.
 #include "family/band/band.h"
-#include "tests/family/band/stripe_reader.h"
 #include "tests/family/line_scan.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
@@ -16,12 +15,6 @@ namespace {
 class BandLines : public LineScan {
 protected:
     ~BandLines() override { iDevsFnd = 0; }
-
-    static std::shared_ptr<StripeLine> attachStripe(int port) {
-        auto reader = std::make_shared<StripeLine>();
-        lines().attach(path(port), reader);
-        return reader;
-    }
 };
 
 class BandScan : public BandLines {};

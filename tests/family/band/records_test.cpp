@@ -2,8 +2,7 @@
 // The records that the family shares with proximity readers.
 #include "frame/zelTagAPI.h"
 #include "tests/family/band/band_device.h"
-
-#include <cstring>
+#include "tests/support/is_same.h"
 
 using namespace zel::test;
 
@@ -17,10 +16,6 @@ protected:
 
 constexpr sCfgFlags kFlags = {1, 0, 1, 0, 1, 0, 1, 1};
 constexpr sTimeParms kTimes = {100, 500, 1000, 8, 12, 3, 0, 5};
-
-template <class Record> bool isSame(const Record& one, const Record& other) {
-    return std::memcmp(&one, &other, sizeof one) == 0;
-}
 
 } // namespace
 

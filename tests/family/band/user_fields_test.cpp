@@ -2,6 +2,7 @@
 // The words of the user fields and the enabled tracks, all of them in memory.
 #include "frame/zelTagBand.h"
 #include "tests/family/band/band_device.h"
+#include "tests/support/is_same.h"
 
 #include <cstring>
 
@@ -67,10 +68,6 @@ constexpr Number kNumbers[] = {
 tsBand without(tsBand settings, int field, std::uint8_t BandUserField::*word) {
     settings.UserField[field - 1].*word = 0;
     return settings;
-}
-
-bool isSame(const tsBand& settings, const tsBand& before) {
-    return std::memcmp(&settings, &before, sizeof settings) == 0;
 }
 
 } // namespace

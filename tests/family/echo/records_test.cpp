@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Gets, sets and checks of the sensor's records, in memory.
 #include "tests/family/echo/sensor_test.h"
+#include "tests/support/is_same.h"
 
 #include <algorithm>
-#include <cstring>
 
 using namespace zel::test;
 
@@ -59,10 +59,6 @@ constexpr sSonarParms kSonar = {1, 248, 16, 14, 60, 2, 1, 5};
 constexpr sWalkAwayParms kAway = {3, 64, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14};
 constexpr sWalkUpParms kUp = {2, 128, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15};
 constexpr sIdleParms kIdle = {-1, 32767, -32768, 4, 5, 6, 7, 8};
-
-template <class Record> bool isSame(const Record& a, const Record& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
 
 // A record set through its call, and its mark.
 template <class Record>

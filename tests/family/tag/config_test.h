@@ -6,6 +6,7 @@
 #include "family/tag/read_config.h"
 #include "family/tag/services.h"
 #include "family/tag/write_config.h"
+#include "tests/family/tag/config_marks.h"
 #include "tests/support/library_test.h"
 
 #include <fstream>
@@ -40,19 +41,6 @@ protected:
         return reader;
     }
 
-    // What of configuration 0 is to be written, as the bits of the commit.
-    static unsigned marks() {
-        const tsTagCfg& marked = config();
-        return marked.bDirtyIDFrmt1 | marked.bDirtyTime << 1 | marked.bDirtyIDFrmt2 << 2 |
-               marked.bDirtyExt << 3 | marked.bDirtySepFld << 5 | record().bLUIDDirty << 7;
-    }
-
-    static void markAll() {
-        tsTagCfg& marked = config();
-        marked.bDirtyIDFrmt1 = marked.bDirtyIDFrmt2 = marked.bDirtyTime = 1;
-        marked.bDirtyExt = marked.bDirtySepFld = record().bLUIDDirty = 1;
-    }
-
     // Makes room for a reader of another kind.
     static void unplugAll() {
         USBDisconnect();
@@ -63,7 +51,7 @@ protected:
     }
 
     // The reader ends what it works on.
-    static void wait() { setVirtualMicroseconds(virtualMicroseconds() + 2'000'000); }
+    static void wait() { test::wait(2'000'000); }
 
     // The n-th exchange from now on fails, with all the tries that a send is given.
     static void failFor(int n) { bus().failExchange(0, n, kSendTries); }

@@ -2,13 +2,11 @@
 // All reports of a reader as a text file.
 #include "family/tag/card_data.h"
 #include "tests/family/tag/config_test.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-#include <csignal>
 #include <fcntl.h>
-#include <iterator>
 #include <sstream>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,36 +17,11 @@ namespace {
 constexpr char kName[] = "dump.txt";
 constexpr char kReports[] = "80 81 82 83 84 85 87 88 89 8A 8B 8C 8D 8E 8F ";
 
-std::string textOf(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string golden(const std::string& name) {
     const std::string text = textOf(std::string(ZEL_TAG_TRACES) + "/dump_" + name + ".txt");
     EXPECT_FALSE(text.empty()) << name;
     return text;
 }
-
-// While it lives, no file grows beyond so many bytes.
-class FileLimit {
-public:
-    explicit FileLimit(std::size_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {static_cast<rlim_t>(bytes), before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileLimit() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, signal_);
-    }
-    FileLimit(const FileLimit&) = delete;
-    FileLimit& operator=(const FileLimit&) = delete;
-
-private:
-    void (*signal_)(int);
-    rlimit before_ = {};
-};
 
 class ReportDump : public ConfigTest {
 protected:
@@ -275,7 +248,7 @@ TEST_F(ReportDumpOfTwo, ThatTheDiskDoesNotTakeLeavesNoFileAndTheConfigurationBef
         SCOPED_TRACE(room);
         int result = -1;
         {
-            const FileLimit limit(room);
+            const FullDisk disk(room);
             result = dump();
         }
         EXPECT_EQ(result, 0);
@@ -283,7 +256,7 @@ TEST_F(ReportDumpOfTwo, ThatTheDiskDoesNotTakeLeavesNoFileAndTheConfigurationBef
         EXPECT_EQ(GetActConfig(), 0);
         EXPECT_EQ(reader->activeConfiguration(), 0U);
     }
-    const FileLimit limit(size);
+    const FullDisk disk(size);
     EXPECT_EQ(dump(), 1);
 }
 

@@ -27,18 +27,14 @@ std::string block(const std::string& number, const std::string& bytes) {
     return reading("01 " + number + " 00 08", "01 " + bytes + " 90 00");
 }
 
-std::string character(const std::string& index, const std::string& byte) {
-    return reading("0C 01 " + index + " 00", "0C " + byte + " 00 00 00 00 00 00 00");
-}
-
 std::string idsAndBlocks(const std::string& features) {
     return reading("04 00 00 04", "04 34 12 42 01 90 00") + block("00", "03 05 11 10 1A 00 28 01") +
            block("01", "00 10 14 28 01 01 00 " + features) +
            block("02", "00 00 00 00 00 00 00 00") + block("03", "00 00 00 00 00 00 00 00");
 }
 
-const std::string kPartNumber =
-    character("00", "41") + character("01", "42") + character("02", "43");
+const std::string kPartNumber = partNumberCharacter("00", "41") + partNumberCharacter("01", "42") +
+                                partNumberCharacter("02", "43");
 
 } // namespace
 

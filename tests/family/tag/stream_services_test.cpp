@@ -39,10 +39,6 @@ protected:
 class StreamCardData : public ScriptedService {};
 class StreamRawPayload : public ScriptedService {};
 
-std::string character(const std::string& index, const std::string& byte) {
-    return reading("0C 01 " + index + " 00", "0C " + byte + " 00 00 00 00 00 00 00");
-}
-
 } // namespace
 
 TEST_F(StreamBeep, IsACommand) {
@@ -103,14 +99,15 @@ TEST_F(StreamText, OfThePartNumberIsThreeCharacters) {
          {"0C 41 00 00 00 00 00 00 00", "0C 42 00 00 00 00 00 00 00", "0C 43 00 00 00 00 00 00 00"})
         script_->answer(answer);
     EXPECT_STREQ(zeltag_getPartNumberString(), "ABC");
-    EXPECT_EQ(told(), character("00", "41") + character("01", "42") + character("02", "43"));
+    EXPECT_EQ(told(), partNumberCharacter("00", "41") + partNumberCharacter("01", "42") +
+                          partNumberCharacter("02", "43"));
 }
 
 TEST_F(StreamText, OfThePartNumberIsNullWithoutAWordAtTheFirstFailure) {
     script_->answer("0C 41 00 00 00 00 00 00 00");
     script_->answer("6D 00");
     EXPECT_EQ(zeltag_getPartNumberString(), nullptr);
-    EXPECT_EQ(told(), character("00", "41") + reading("0C 01 01 00", "6D 00"));
+    EXPECT_EQ(told(), partNumberCharacter("00", "41") + reading("0C 01 01 00", "6D 00"));
     EXPECT_EQ(GetLastLibErr(), 0);
 }
 

@@ -148,6 +148,10 @@ std::string brokenReading(const std::string& header, const std::string& answer, 
     return frameOf(header) + (answer.empty() ? "" : answerIn(answer)) + inVain;
 }
 
+std::string partNumberCharacter(const std::string& index, const std::string& byte) {
+    return reading("0C 01 " + index + " 00", "0C " + byte + " 00 00 00 00 00 00 00");
+}
+
 std::string writing(const std::string& header, const std::string& data) {
     return frameOf(header) + answerIn(header.substr(0, 2)) + "> " + data + "\n" + answerIn("90 00");
 }

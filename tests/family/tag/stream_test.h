@@ -65,6 +65,9 @@ std::string reading(const std::string& header, const std::string& answer);
 // The same of a command whose answer ends before `missing` more reads: each waits in vain.
 std::string brokenReading(const std::string& header, const std::string& answer, int missing);
 
+// The same of the question for one character of the part number.
+std::string partNumberCharacter(const std::string& index, const std::string& byte);
+
 // The same of a command that writes and is taken.
 std::string writing(const std::string& header, const std::string& data);
 

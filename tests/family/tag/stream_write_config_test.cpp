@@ -3,6 +3,7 @@
 #include "family/tag/multi_config.h"
 #include "family/tag/read_config.h"
 #include "family/tag/write_config.h"
+#include "tests/family/tag/config_marks.h"
 #include "tests/family/tag/stream_test.h"
 
 #include <algorithm>
@@ -21,18 +22,6 @@ const std::string kDone = "~ 5 ms\n< 90 00\n";
 
 class StreamConfigurationWrite : public StreamTest {
 protected:
-    static unsigned marks() {
-        const tsTagCfg& marked = config();
-        return marked.bDirtyIDFrmt1 | marked.bDirtyTime << 1 | marked.bDirtyIDFrmt2 << 2 |
-               marked.bDirtyExt << 3 | marked.bDirtySepFld << 5 | record().bLUIDDirty << 7;
-    }
-
-    static void markAll() {
-        tsTagCfg& marked = config();
-        marked.bDirtyIDFrmt1 = marked.bDirtyIDFrmt2 = marked.bDirtyTime = 1;
-        marked.bDirtyExt = marked.bDirtySepFld = record().bLUIDDirty = 1;
-    }
-
     static void fillBlocks() {
         tsTagCfg& filled = config();
         filled.sIDBitCnts = {20, 2, 16, 37, 0, 0, 0, 0};

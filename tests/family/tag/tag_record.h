@@ -2,6 +2,7 @@
 // A proximity reader in the table without a device behind it: what a test needs of a configuration.
 #pragma once
 
+#include "tests/support/is_same.h"
 #include "tests/support/library_test.h"
 
 #include <cstddef>
@@ -34,10 +35,6 @@ inline std::string dirtyFlags(const tsTagCfg& config) {
     add(config.bDirtyExt, "Ext");
     add(config.bDirtySepFld, "SepFld");
     return names;
-}
-
-template <class Record> bool isSame(const Record& left, const Record& right) {
-    return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
 // A record whose eight words are first, first + 1 and so on.
