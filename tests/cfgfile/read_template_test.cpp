@@ -109,7 +109,7 @@ TEST_F(ReadTemplate, RefusesWhatIsNoTemplateFile) {
     for (const char* name : {"", "missing", "/", "."})
         EXPECT_EQ(zelTagAPI_readTemplate(name, configs_.data(), 1, 0), 0) << name;
     for (std::size_t n = 0; n < configs_.size(); ++n)
-        EXPECT_TRUE(isSame(configs_[n], before[n]));
+        EXPECT_TRUE(isSame(configs_[n], before[n])) << n;
 }
 
 TEST_F(ReadTemplate, RefusesBadArguments) {

@@ -146,7 +146,8 @@ TEST_F(SettingsCheck, TellsANumberForWhichASensorsRecordStays) {
 TEST_F(SettingsCheck, TellsAFileThatCannotBeRead) {
     for (const int kind : {ZELTAGAPI_FILE_BAND, ZELTAGAPI_FILE_ECHO})
         for (const char* const name : {"missing", "", ".", static_cast<const char*>(nullptr)})
-            EXPECT_EQ(find(name, kind), (Finding{ZELTAGAPI_FAULT_OPEN, 0}));
+            EXPECT_EQ(find(name, kind), (Finding{ZELTAGAPI_FAULT_OPEN, 0}))
+                << "kind " << kind << ' ' << name;
 }
 
 TEST_F(SettingsCheck, TouchesNoRecord) {

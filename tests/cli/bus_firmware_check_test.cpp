@@ -108,6 +108,7 @@ TEST_F(BusFirmwareCheck, DamagedFileIsToldBeforeAConnect) {
 
 TEST_F(BusFirmwareCheck, FileWithoutALineOfFirmwareIsRefused) {
     for (const char* const text : {"M0\n", ":01\n", ""}) {
+        SCOPED_TRACE(text);
         writeText("f.hex", sealed(text));
         const CommandRun checked = check();
         EXPECT_EQ(checked.exit, ExitCode::DamagedFile);

@@ -40,7 +40,7 @@ TEST(LinePath, IsNoLongerThanTheLibraryKeeps) {
 
 TEST(LineSpeed, IsOneOfFive) {
     for (const char* speed : {"9600", "19200", "38400", "57600", "115200"})
-        EXPECT_EQ(checkSpeed(speed), "");
+        EXPECT_EQ(checkSpeed(speed), "") << speed;
     for (const char* wrong : {"", "0", "300", "9601", "9600 ", "x"})
         EXPECT_EQ(checkSpeed(wrong),
                   std::string(wrong) + " is none of 9600, 19200, 38400, 57600, 115200");

@@ -78,6 +78,7 @@ TEST_F(BootLoader, RefusesToStartWithAnyOtherCharacter) {
 TEST_F(BootLoader, TellsNothingButTheLarkLineWhenItIsEntered) {
     connectKind(TagBootKind::Slow);
     for (const auto kind : {TagBootKind::Fast, TagBootKind::FastFrames}) {
+        SCOPED_TRACE(static_cast<int>(kind));
         const auto detail = static_cast<std::uint8_t>(kind);
         boot().options().reply[0] = {0, '.', detail, 100};
         EXPECT_EQ(loader_.enterBlMode(0), 1);

@@ -83,6 +83,9 @@ TEST_F(BootLoader, OfAnotherMicroIsPolledAfter80Milliseconds) {
         for (const int lark : {0, 1})
             for (const int delay : {0, 1})
                 for (unsigned char left = 0; left <= 2; ++left) {
+                    SCOPED_TRACE(::testing::Message()
+                                 << "micro " << micro << " lark " << lark << " delay " << delay
+                                 << " left " << int{left});
                     giTargetMicro = micro;
                     ReaderIsLark = lark;
                     delayNextLine = delay;
@@ -141,7 +144,8 @@ TEST_F(BootLoader, OfAnotherLineAsksInVain) {
     for (const int delay : {1, 4000, 4001})
         EXPECT_EQ(pauseOf({0, '.', '>', static_cast<std::uint8_t>(delay),
                            static_cast<std::uint8_t>(delay >> 8)}),
-                  0U);
+                  0U)
+            << delay;
 }
 
 TEST_F(BootLoader, OfTheLarkLineIsLeftTheTimeThatItAsksForBeforeTheNextLine) {
@@ -159,6 +163,7 @@ TEST_F(BootLoader, OfTheLarkLineIsLeftTheTimeThatItAsksForBeforeTheNextLine) {
 TEST_F(BootLoader, HasItsPauseAnewWhenASignalCutsItShort) {
     connectKind(TagBootKind::Slow);
     for (const int cuts : {1, 2, 7}) {
+        SCOPED_TRACE(cuts);
         takePausedMicroseconds();
         interruptPauses(cuts);
         EXPECT_EQ(loader_.enterBlMode(0), 1);

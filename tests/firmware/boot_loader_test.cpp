@@ -82,6 +82,7 @@ TEST_F(BootLoader, IsRememberedAsLarkAndFastForGood) {
 
 TEST_F(BootLoader, LeavesTheMarkOfNoReplyWhenAFrameIsNotSent) {
     for (int frame = 1; frame <= 3; ++frame) {
+        SCOPED_TRACE(frame);
         enterKind(TagBootKind::Slow);
         DevDat[0].lLastErr = 0;
         bus().failExchange(0, frame, 6);

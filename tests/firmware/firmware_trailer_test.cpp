@@ -140,6 +140,7 @@ TEST_F(FirmwareTrailer, CoversALineUpToItsZeroByte) {
 TEST_F(FirmwareTrailer, OfAFileThatCantBeReadDoesntHold) {
     CRC crc;
     for (const char* const name : {"missing.txt", ".", "", static_cast<const char*>(nullptr)}) {
+        SCOPED_TRACE(name);
         EXPECT_FALSE(crc.pullBootloaderCRC(name));
         EXPECT_EQ(asText(zel::firmware::checkFirmwareTrailer(crc, name)), "open");
     }

@@ -47,6 +47,7 @@ TEST_F(FlashOfAReader, FillsItsMemoryWithTheBytesOfTheFile) {
     for (const TagBootKind kind :
          {TagBootKind::Slow, TagBootKind::FastFrames, TagBootKind::Fast, TagBootKind::Lark})
         for (const char* micro : {"M0", "M1"}) {
+            SCOPED_TRACE(::testing::Message() << "kind " << static_cast<int>(kind) << ' ' << micro);
             const auto reader = connectKind(kind);
             reader->bootLoader().options().lineBusy = 2;
             EXPECT_EQ(Bootload(file("PS x\n" + std::string(micro) +
@@ -236,6 +237,7 @@ TEST_F(FlashOfAReader, WorksAgainBehindALossOfPower) {
 TEST_F(FlashOfAReader, IsRefusedWithoutAFile) {
     const auto reader = connectReader();
     for (const char* name : {static_cast<const char*>(nullptr), "absent.hex", ""}) {
+        SCOPED_TRACE(name);
         DevDat[0].lLastErr = 0;
         EXPECT_EQ(Bootload(name), 0);
         EXPECT_EQ(DevDat[0].lLastErr, 0x90800000);

@@ -81,7 +81,7 @@ TEST_F(Flash, SendsNoBytesOfAShortLineThatEndsInACarriageReturn) {
 
 TEST_F(Flash, PassesTheMicroOnAsAByte) {
     for (const char* text : {"M0\n", "M1\n", ":00\n", "M\n"})
-        EXPECT_EQ(flash_.fwFlash(&recorder_, file(text)), 1);
+        EXPECT_EQ(flash_.fwFlash(&recorder_, file(text)), 1) << text;
     EXPECT_EQ(recorder_.micros, (std::vector<int>{0, 1, 0xFF, 0xD0}));
 }
 
@@ -107,6 +107,7 @@ TEST_F(Flash, JudgesALineByItsLastCharacter) {
     EXPECT_EQ(flash_.fwflashLogs('R', 1), 0);
     EXPECT_EQ(DevDat[0].lLastErr, 0x90600000);
     for (const char status : {'T', '\x80', '\0'}) {
+        SCOPED_TRACE(static_cast<int>(status));
         DevDat[0].lLastErr = 7;
         EXPECT_EQ(flash_.fwflashLogs(status, 1), 0);
         EXPECT_EQ(DevDat[0].lLastErr, 0x90700000);

@@ -125,6 +125,7 @@ TEST_F(IniTrailer, CoversALineUpToItsZeroByte) {
 TEST_F(IniTrailer, OfAFileThatCantBeReadDoesntHold) {
     CRC crc;
     for (const char* const name : {"missing.txt", ".", "", static_cast<const char*>(nullptr)}) {
+        SCOPED_TRACE(name);
         EXPECT_FALSE(crc.pullIniCRC(name));
         EXPECT_EQ(asText(zel::firmware::checkIniTrailer(crc, name)), "open");
     }

@@ -119,6 +119,7 @@ TEST_F(InterruptionDeathTest, EndsAnExitHandlerToo) {
 
 TEST_F(InterruptionDeathTest, IsNotForgottenBesideAnotherSignal) {
     for (const auto& signals : {std::vector{SIGINT, SIGTERM}, std::vector{SIGTERM, SIGINT}}) {
+        SCOPED_TRACE(::testing::PrintToString(signals));
         reader_ = connectEventful();
         raiseAt("line 1 frame 1", signals);
         EXPECT_EXIT(Bootload(fileOf(3)), ExitedWithCode(1), "");

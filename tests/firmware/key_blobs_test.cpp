@@ -154,6 +154,8 @@ TEST_F(KeyBlobs, HeaderToldByItselfSetsAnErrorWordForTheReplyOnly) {
 TEST_F(KeyBlobs, AreWrittenWhenOneChunkIsAcknowledged) {
     for (const BlobFault fault : {BlobFault::WrongEcho, BlobFault::NoAnswer})
         for (const std::uint8_t chunk : {std::uint8_t{1}, std::uint8_t{2}}) {
+            SCOPED_TRACE(::testing::Message()
+                         << "fault " << static_cast<int>(fault) << " chunk " << int{chunk});
             reader_->failBlobChunk(chunk, fault);
             EXPECT_EQ(write(), kGood);
             reader_->failBlobChunk(chunk, BlobFault::None);
@@ -162,6 +164,7 @@ TEST_F(KeyBlobs, AreWrittenWhenOneChunkIsAcknowledged) {
 
 TEST_F(KeyBlobs, AreNotSavedWhenNoChunkIsAcknowledged) {
     for (const BlobFault fault : {BlobFault::WrongEcho, BlobFault::NoAnswer}) {
+        SCOPED_TRACE(static_cast<int>(fault));
         reader_->failBlobChunk(1, fault);
         reader_->failBlobChunk(2, fault);
         EXPECT_EQ(write(), (Outcome{0, 0}));
@@ -177,6 +180,7 @@ TEST_F(KeyBlobs, EndAtAChunkThatCannotBeSent) {
 
 TEST_F(KeyBlobs, AreNotCommittedWithoutTheEchoOfTheSave) {
     for (const BlobFault fault : {BlobFault::WrongEcho, BlobFault::NoAnswer, BlobFault::Refused}) {
+        SCOPED_TRACE(static_cast<int>(fault));
         takePausedMicroseconds();
         reader_->failBlobChunk(0xFF, fault);
         EXPECT_EQ(write(), (Outcome{0, fault == BlobFault::Refused ? kBlobFailed : 0}));

@@ -136,6 +136,7 @@ TEST_F(TkgRule, TakesTheThirdCharacterThoughItIsNotTheThirdNumber) {
 
 TEST_F(TargetRule, WithAnOverrideWantsTheFamilyAlone) {
     for (const int overrideNumber : {1, -1, 2, 100}) {
+        SCOPED_TRACE(overrideNumber);
         EXPECT_EQ(refusal(rules.checkCurrentFwWithTargetFw("ZT7XXXXXXXXX", overrideNumber)), 0);
         EXPECT_EQ(refusal(rules.checkCurrentFwWithTargetFw("ZT8_0302", overrideNumber)), 209);
         EXPECT_EQ(refusal(rules.checkCurrentFwWithTargetFw("zt7_0302", overrideNumber)), 209);

@@ -193,6 +193,7 @@ TEST_F(TemplateTrailer, CoversALineUpToItsZeroByte) {
 TEST_F(TemplateTrailer, OfAFileThatCantBeReadDoesntHold) {
     CRC crc;
     for (const char* const name : {"missing.txt", ".", "", static_cast<const char*>(nullptr)}) {
+        SCOPED_TRACE(name);
         EXPECT_FALSE(crc.pullSecureCRC(name));
         EXPECT_EQ(asText(zel::firmware::checkTemplateTrailer(crc, name)), "open");
     }

@@ -191,6 +191,7 @@ TEST_F(ConnectReset, StartsEveryRecordAnew) {
     SetConnectProduct(0);
     EXPECT_EQ(USBConnect(nullptr), 0);
     for (const tsDevDat& record : DevDat) {
+        SCOPED_TRACE(&record - DevDat);
         EXPECT_EQ(record.bSepFldOK & record.bPartNumOK, 1U);
         EXPECT_EQ(record.bTagOpen | record.iTagPlusState | record.bTagAdv, 0U);
     }
@@ -275,7 +276,7 @@ TEST_F(FailedConnect, AtAnyExchangeLeavesAWholeTableAndNoHandleBehind) {
 
 TEST_F(ConnectMask, IsStoredWithoutATest) {
     for (const unsigned mask : {0U, 8U, 0xFFFFFFFFU})
-        EXPECT_EQ(SetConnectProduct(mask), 1);
+        EXPECT_EQ(SetConnectProduct(mask), 1) << mask;
 }
 
 TEST_F(ConnectMask, OfTheStripeReadersLoadsNoFilterList) {

@@ -229,7 +229,7 @@ TEST_F(FilterFile, OfRandomBytesNeverLeavesTheList) {
     EXPECT_GE(listIndex, 0);
     EXPECT_LE(listIndex, 51);
     for (const tsVidPidRow& row : zelTagVidPid.rows)
-        EXPECT_LE(strnlen(row.vendorName, sizeof row.vendorName), 45U);
+        EXPECT_LE(strnlen(row.vendorName, sizeof row.vendorName), 45U) << &row - zelTagVidPid.rows;
 }
 
 TEST_F(FilterLine, TakesItsKeysInAnyOrderSeparatedByAnything) {

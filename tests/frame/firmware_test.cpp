@@ -133,7 +133,7 @@ TEST_F(FirmwareRefusal, OfNoFileOrADamagedOneIs11) {
     writeText("bad.hex", FirmwareFile{}.text() + "0");
     for (const char* const name :
          std::initializer_list<const char*>{"bad.hex", "none.hex", ".", "", nullptr})
-        EXPECT_EQ(CheckRulesAndBootload(name), messageOf(11));
+        EXPECT_EQ(CheckRulesAndBootload(name), messageOf(11)) << name;
     EXPECT_EQ(bus().takeTrace(), "");
 }
 

@@ -114,7 +114,7 @@ TEST_F(SealedWrite, ClearsTheErrorWordFirst) {
 TEST_F(SealedWrite, YieldsTheUnsupportedValueForAFileThatCantBeMade) {
     connectRead();
     for (const char* const name : {"", "/", "missing/out", static_cast<const char*>(nullptr)})
-        EXPECT_EQ(WriteDevCfgToSecureFile(name), kUnsupported);
+        EXPECT_EQ(WriteDevCfgToSecureFile(name), kUnsupported) << name;
     EXPECT_EQ(GetLastLibErr(), 0);
     EXPECT_EQ(bus().takeTrace(), "");
 }
@@ -265,6 +265,7 @@ TEST_F(FileCheck, TellsWhatHolds) {
 TEST_F(FileCheck, TellsAFileThatCantBeOpened) {
     for (const char* const name : {"missing", ".", static_cast<const char*>(nullptr)})
         for (const int kind : {0, 1, 2, -1}) {
+            SCOPED_TRACE(::testing::Message() << "kind " << kind << ' ' << name);
             zelFileCheck check;
             std::memset(&check, 0xFF, sizeof check);
             EXPECT_EQ(zelTagAPI_checkFile(name, kind, &check), 0);

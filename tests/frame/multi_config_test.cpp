@@ -66,6 +66,7 @@ TEST_F(ConfigIndex, CountsItsLowByteOnly) {
 
 TEST_F(ConfigIndex, OfAReaderOfAnotherKindIsZero) {
     for (const std::uint32_t state : {0U, 1U, 3U}) {
+        SCOPED_TRACE(state);
         device().iTagPlusState = state;
         expectNoMultiConfigReader();
     }
@@ -74,6 +75,7 @@ TEST_F(ConfigIndex, OfAReaderOfAnotherKindIsZero) {
 TEST_F(ConfigIndex, OfAnotherProductIsZeroWhateverTheUnsupportedValue) {
     SetUnsupportedProductErrorCode(-7);
     for (const std::uint32_t product : {0U, 2U, 4U}) {
+        SCOPED_TRACE(product);
         device().iProduct = product;
         expectNoMultiConfigReader();
     }
@@ -82,6 +84,7 @@ TEST_F(ConfigIndex, OfAnotherProductIsZeroWhateverTheUnsupportedValue) {
 TEST_F(ConfigIndex, OutsideTheTableIsZero) {
     SetUnsupportedProductErrorCode(-7);
     for (const std::int16_t active : std::initializer_list<std::int16_t>{1, -1, 127}) {
+        SCOPED_TRACE(active);
         iActDev = active;
         expectNoMultiConfigReader();
     }

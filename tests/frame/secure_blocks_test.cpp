@@ -85,6 +85,7 @@ TEST_F(SecureBlocks, NeedAnIndexInTheTable) {
 TEST_F(SecureBlocks, NeedAProximityReader) {
     connectPlus();
     for (const unsigned product : {0U, 2U, 4U, 8U}) {
+        SCOPED_TRACE(product);
         DevDat[0].iProduct = product;
         expectNothingDone();
     }

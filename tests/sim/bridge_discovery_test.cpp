@@ -101,6 +101,7 @@ TEST_P(BridgeProbe, IsAnsweredFromAnotherAddress) {
 
 TEST_P(BridgeProbe, HasAnyByteOfItsAnswerReplaced) {
     for (std::size_t offset = 0; offset < reply().size(); ++offset) {
+        SCOPED_TRACE(offset);
         Bytes expected = reply();
         expected[offset] = 0x99;
         faults().bytes.clear();
@@ -119,6 +120,7 @@ TEST_P(BridgeProbe, LeavesItsPortFreeWhereItIsNotServed) {
     Bridge other(std::make_shared<EchoStream>(), optionsWithout(GetParam()));
     EXPECT_TRUE(other.start());
     for (const Probe probe : kProbes) {
+        SCOPED_TRACE(static_cast<int>(probe));
         const bool isFree =
             Socket::bound(Socket::Kind::Datagram, loopbackHost(2), portOf(probe)).isOpen();
         EXPECT_EQ(isFree, probe == GetParam());

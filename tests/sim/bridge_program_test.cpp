@@ -107,6 +107,7 @@ TEST(BridgeProgram, AnswersTheMacQueryWithTheMacAddressOfItsOption) {
 
 TEST(BridgeProgram, EndsAtOnceAndWellOnEitherSignal) {
     for (const int signal : {SIGINT, SIGTERM}) {
+        SCOPED_TRACE(signal);
         RunningBridge bridge;
         HostSocket host = bridge.connect();
         bridge.ask(host);

@@ -181,6 +181,7 @@ TEST_F(BridgeStream, DribblesSoManyBytesAPump) {
 TEST_F(BridgeStream, ClosesBehindSoManyBytesOfEachClient) {
     bridge_.streamFaults().endsAfter = 3;
     for (int client = 0; client < 2; ++client) {
+        SCOPED_TRACE(client);
         HostSocket host = connect();
         host.send({1, 2, 3, 4, 5});
         bridge_.pump(kWait);
@@ -256,6 +257,7 @@ TEST_F(BridgeStream, FailsToStartWhereItsTcpPortIsTaken) {
 
 TEST(BridgePorts, OfProbesThatAreTakenLetTheStartFailAndNothingStaysOpen) {
     for (const Probe probe : kProbes) {
+        SCOPED_TRACE(static_cast<int>(probe));
         const Socket holder = Socket::bound(Socket::Kind::Datagram, loopbackHost(1), portOf(probe));
         const auto before = openDescriptors();
         Bridge bridge(std::make_shared<EchoStream>(), {.address = loopbackHost(1)});

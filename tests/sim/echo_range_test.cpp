@@ -84,6 +84,7 @@ TEST_F(SensorPause, LiesBetweenAnnouncementAndData) {
 
 TEST_F(SensorPause, LiesBehindWhatChangesTheDefaults) {
     for (const char command : {'\xA0', '\xD0', '\xE0'}) {
+        SCOPED_TRACE(int{static_cast<std::uint8_t>(command)});
         send({static_cast<std::uint8_t>(command)});
         usleep(kResetPause - 1'000);
         send({0x80});

@@ -141,6 +141,7 @@ TEST_F(SimulatedBootLoader, TellsItsKind) {
                            Row{TagBootKind::FastFrames, kReady, Block{0, '.', ';'}},
                            Row{TagBootKind::Fast, kReady, Block{0, '.', '>'}},
                            Row{TagBootKind::Lark, Block{0, '.', 'W'}, Block{0, '.', 'W'}}}) {
+        SCOPED_TRACE(static_cast<int>(row.kind));
         options().kind = row.kind;
         reader_.command({0xF0});
         wait(3'000'000);
@@ -258,6 +259,7 @@ TEST_F(SimulatedBootLoader, IsLeft10MillisecondsBehindAFrameWhenItIsSlow) {
 
 TEST_F(SimulatedBootLoader, NeedsNoPauseBehindAFrameWhenItIsFast) {
     for (const TagBootKind kind : {TagBootKind::FastFrames, TagBootKind::Fast, TagBootKind::Lark}) {
+        SCOPED_TRACE(static_cast<int>(kind));
         enter(kind);
         EXPECT_EQ(violationsOfFrame(0), 0);
     }

@@ -64,13 +64,13 @@ TEST(SimulatedQueue, KeepsItsEntryWhateverTheMask) {
     SpokenReader reader;
     reader.queue(numberedEntry());
     for (std::uint8_t mask = 0; mask < 4; ++mask)
-        EXPECT_EQ(reader.query({0x8C, 2, 4, mask})[0], 1);
+        EXPECT_EQ(reader.query({0x8C, 2, 4, mask})[0], 1) << int{mask};
 }
 
 TEST(SimulatedQueue, IsEmptyUntilSomethingIsQueued) {
     SpokenReader reader;
     for (std::uint8_t page = 0; page < 6; ++page)
-        EXPECT_EQ(reader.query({0x8C, 2, page}), Block{});
+        EXPECT_EQ(reader.query({0x8C, 2, page}), Block{}) << int{page};
 }
 
 TEST(DemonstrationCards, HoldDataOfTheirOwn) {

@@ -70,7 +70,7 @@ TEST_F(Arrival, OfAMagneticStripeReaderHasTheNameOfAProximityReader) {
 TEST_F(Arrival, ReadsNoFurtherThan512Characters) {
     const std::vector<char> endless(512, 'n');
     for (const Family& family : kFamilies)
-        EXPECT_EQ(family.add(endless.data()), 0);
+        EXPECT_EQ(family.add(endless.data()), 0) << &family - kFamilies;
 }
 
 TEST_F(Arrival, HasTheHandleZeroItsNameAndNothingElse) {

@@ -70,6 +70,7 @@ TEST(FirstReply, CountsByItsTextsMarksAndAddress) {
 
 TEST(FirstReply, CountsForTheHostAskedAlone) {
     for (std::size_t at = 0; at < kHost.size(); ++at) {
+        SCOPED_TRACE(at);
         Ipv4 other = kHost;
         ++other[at];
         EXPECT_FALSE(isFirstReply(firstReply(), other));

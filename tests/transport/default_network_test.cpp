@@ -85,6 +85,7 @@ TEST_F(DefaultNetwork, IsTriedBehindTheOtherTransports) {
 
 TEST_F(DefaultNetwork, IsLeftAloneWhereItIsNotSought) {
     for (const short type : std::initializer_list<short>{0, 1}) {
+        SCOPED_TRACE(type);
         SetDevTypeSrch(type);
         EXPECT_EQ(USBConnect(nullptr), 0);
     }

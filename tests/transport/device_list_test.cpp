@@ -208,6 +208,7 @@ TEST_F(Gaps, AreNotHandlesOfZero) {
 
 TEST_F(Gaps, EndWithDeviceZeroActiveEvenWithoutAny) {
     for (const short devices : std::initializer_list<short>{0, 1}) {
+        SCOPED_TRACE(devices);
         DevDat[0].hDev = nullptr;
         iDevsFnd = devices;
         iActDev = 5;

@@ -39,6 +39,7 @@ using Reading = std::int64_t (CPort::*)(char*, unsigned long);
 
 TEST_F(PortUnderASocket, ReadsTheSocket) {
     for (const Reading read : {&CPort::Read, &CPort::QuickRead}) {
+        SCOPED_TRACE(read == &CPort::Read ? "Read" : "QuickRead");
         std::string buffer(4, 'x');
         answer("abcd");
         say("line");
@@ -50,6 +51,7 @@ TEST_F(PortUnderASocket, ReadsTheSocket) {
 
 TEST_F(PortUnderASocket, ReadsTheValueOfTheLastReceive) {
     for (const Reading read : {&CPort::Read, &CPort::QuickRead}) {
+        SCOPED_TRACE(read == &CPort::Read ? "Read" : "QuickRead");
         std::string buffer(8, 'x');
         answer("abcdef");
         EXPECT_EQ((port_.*read)(buffer.data(), 8), -1);

@@ -58,6 +58,7 @@ TEST_F(SerialSettings, GiveNoPathToOtherNumbers) {
 TEST_F(SerialSettings, Keep128CharactersOfAPath) {
     const std::string path = "/dev/" + std::string(195, 'x');
     for (const unsigned short port : std::initializer_list<unsigned short>{1, 16}) {
+        SCOPED_TRACE(port);
         EXPECT_EQ(SetComLinux(port, path.c_str()), 1);
         EXPECT_EQ(LinuxDevPath[port], path.substr(0, 128));
         EXPECT_EQ(registeredPath(port), path.substr(0, 128));
@@ -67,6 +68,7 @@ TEST_F(SerialSettings, Keep128CharactersOfAPath) {
 
 TEST_F(SerialSettings, TakeAPathBack) {
     for (const char* const none : {"", static_cast<const char*>(nullptr)}) {
+        SCOPED_TRACE(none);
         SetComLinux(3, "/dev/ttyS3");
         EXPECT_EQ(SetComLinux(3, none), 1);
         EXPECT_EQ(registeredPath(3), nullptr);

@@ -241,6 +241,7 @@ TEST_F(Exchange, UsesTheActiveRecordWhateverDeviceItIsGiven) {
 TEST_F(Exchange, WithoutAHandleFailsAtOnce) {
     void* const handle = DevDat[0].hDev;
     for (void* none : {static_cast<void*>(nullptr), reinterpret_cast<void*>(-1)}) {
+        SCOPED_TRACE(none);
         DevDat[0].hDev = none;
         EXPECT_EQ(UsbDriver_SendFR(8, 0, report_.data()), 0);
         EXPECT_EQ(UsbDriver_RecvFR(8, 0, report_.data()), 0);

@@ -39,6 +39,7 @@ protected:
 
 TEST_F(BandActiveId, IsFieldZeroOfTrackTwoAtTheStart) {
     for (const tsDevDat& record : DevDat) {
+        SCOPED_TRACE(&record - DevDat);
         EXPECT_EQ(record.Band.iActTrack, 2);
         EXPECT_EQ(record.Band.iActField, 0);
         EXPECT_EQ(record.Band.iActOffset, 0);
@@ -66,6 +67,8 @@ TEST_F(BandActiveId, TakesItsLimits) {
 TEST_F(BandActiveId, RefusesWhatIsBeyondThem) {
     for (const Selection& to : {Selection{0, 1, 0, 0}, Selection{4, 1, 0, 0}, Selection{1, 0, 0, 0},
                                 Selection{1, 51, 0, 0}, Selection{1, 1, 101, 0}}) {
+        SCOPED_TRACE(::testing::Message()
+                     << "track " << to.track << " field " << to.field << " offset " << to.offset);
         DevDat[0].lLastErr = 7;
         EXPECT_EQ(select(to), 0);
         EXPECT_EQ(selected(), (std::array<int, 4>{2, 0, 0, 255}));
@@ -133,6 +136,7 @@ TEST_F(BandActiveId, Of32IgnoresTheBuffer) {
 
 TEST_F(BandActiveId, Of32HasNoMoreBytes) {
     for (const int size : {33, 1000, -1}) {
+        SCOPED_TRACE(size);
         swipeNumbers();
         EXPECT_EQ(zelband_GetActiveID32(nullptr, static_cast<short>(size)), 32);
         EXPECT_EQ(activeIDBufSz, 32);

@@ -143,7 +143,7 @@ TEST_F(BandFrameOnUsb, IsAReportWithTwoMillisecondsBeforeItsReply) {
 
 TEST_F(BandFrameOnUsb, WaitsLongerForTheFlash) {
     for (const char* const command : {"FR", "FW"})
-        EXPECT_EQ(SendBandCmd(command, reply.data()), 1);
+        EXPECT_EQ(SendBandCmd(command, reply.data()), 1) << command;
     EXPECT_EQ(toldBriefly(), "FR ~2 FW ~2 ~200");
 }
 

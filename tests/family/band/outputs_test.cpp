@@ -112,6 +112,7 @@ TEST_F(BandLeds, FailWithTheCommandOfTheRecord) {
 
 TEST_F(BandLeds, TellTwoWordsOfTheRecordFromTheFirstOne) {
     for (const int colour : {0, 1, 2, 3}) {
+        SCOPED_TRACE(colour);
         settings().LedColor[0] = static_cast<std::uint8_t>(colour);
         sLEDCtrl record = {7, 7, 7, 7, 7, 7, 7, 7};
         EXPECT_EQ(GetLEDCtrl(&record), 1);

@@ -108,6 +108,7 @@ TEST_F(BandRecords, ExportedCarryTheQuietModeAlone) {
     EXPECT_EQ(GetFlags(&flags), 1);
     EXPECT_TRUE(isSame(flags, sCfgFlags{7, 7, 7, 7, 7, 7, 7, 1}));
     for (const std::int16_t value : std::initializer_list<std::int16_t>{0, 2, -1}) {
+        SCOPED_TRACE(value);
         flags = kFlags;
         flags.bHaltKBSnd = value;
         EXPECT_EQ(SetFlags(&flags), 1);

@@ -184,7 +184,8 @@ TEST_F(BandTrackFields, AreNeitherFetchedNorConvertedOfAnotherTrack) {
     told();
     for (const int track : {0, 4, 65535})
         EXPECT_EQ(fieldOf({.track = static_cast<unsigned short>(track), .convert = 1}),
-                  filledTo("", '\0'));
+                  filledTo("", '\0'))
+            << track;
     EXPECT_EQ(told(), "");
 }
 

@@ -160,6 +160,7 @@ TEST_F(BandChunks, AreAsManyAsTheLengthTellsAndNoMoreThanTheTracksOwn) {
 TEST_F(BandChunks, EndWithTheFirstOneThatFails) {
     reader->swipe(cardOf({}, {}, TrackCodes(127, 1)));
     for (int n = 0; n < 11; ++n) {
+        SCOPED_TRACE(n);
         const int before = reader->commands();
         failAt(n, zel::sim::BandFault::Silence);
         const char* const track = zelband_GetTrackData(3, 1);

@@ -155,6 +155,7 @@ TEST_F(BandFields, AreNumberedFromOneToEleven) {
 TEST_F(BandFields, HaveSixteenKeys) {
     for (unsigned short field = 1; field <= 11; ++field)
         for (unsigned short key = 0; key < 16; ++key) {
+            SCOPED_TRACE(::testing::Message() << field << ' ' << key);
             const int value = field * 16 + key;
             EXPECT_EQ(zelband_SetFieldKeydata(field, key, static_cast<unsigned short>(value)), 1);
             EXPECT_EQ(settings().UserField[field - 1].Keybyte[key], value & 0xFF);
@@ -164,6 +165,7 @@ TEST_F(BandFields, HaveSixteenKeys) {
 
 TEST_F(BandFields, ReachTheNextFieldsFirstByteBehindTheKeys) {
     for (unsigned short field = 1; field <= 10; ++field) {
+        SCOPED_TRACE(field);
         EXPECT_EQ(zelband_SetFieldKeydata(field, 16, 0x1A5), 1);
         EXPECT_EQ(settings().UserField[field].Enable, 0xA5);
         EXPECT_EQ(zelband_GetFieldKeydata(field, 16), 0xA5);

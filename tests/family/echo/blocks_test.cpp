@@ -110,6 +110,7 @@ TEST_F(EchoBlocks, FiveIsWritten) {
 
 TEST_F(EchoBlocks, HaveFourBitsOfKeyCountInBothDirections) {
     for (const int block : {1, 3}) {
+        SCOPED_TRACE(block);
         decodeBlock(echo_, block, {0xF6});
         EXPECT_EQ(encodeBlock(echo_, block)[0], 6) << block;
     }

@@ -39,6 +39,7 @@ constexpr Return kReturns[] = {
 TEST_F(EchoDefaults, TakeTwoSecondsAndARead) {
     connectKind(0x0510);
     for (const Return& row : kReturns) {
+        SCOPED_TRACE(row.start);
         const int before = bus().exchanges(port_);
         EXPECT_EQ(row.run(), 1);
         EXPECT_EQ(bus().exchanges(port_) - before, 1 + kReadExchanges);
@@ -60,6 +61,7 @@ TEST_F(EchoDefaults, AreReachedByTheExportedCalls) {
 TEST_F(EchoDefaults, ThatCannotBeSentReadNothing) {
     connectKind(0x0510);
     for (const Return& row : kReturns) {
+        SCOPED_TRACE(row.start);
         record().lLastErr = 0x1000;
         failAt(1);
         EXPECT_EQ(row.run(), 0);

@@ -64,6 +64,7 @@ TEST_F(EchoRange, HasThreeBitsOfTheStatusAndTheWholeByte) {
 
 TEST_F(EchoRange, ThatCannotBeAskedForOrFetchedIsZeros) {
     for (const int n : {1, 2}) {
+        SCOPED_TRACE(n);
         seen_ = {9, 9, 9, 9, 9};
         failAt(n);
         EXPECT_EQ(zelecho_GetObjRangeInfo(&seen_), 0);

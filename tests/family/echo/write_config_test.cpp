@@ -53,6 +53,7 @@ TEST_F(EchoWrite, SendsMarkedGroupsAlone) {
         {&tsEcho::bDirtyIdle, {1, "> 90 20 "}},
     };
     for (const auto& [mark, expected] : rows) {
+        SCOPED_TRACE(expected.second);
         echo().*mark = 0x100;
         const int before = bus().exchanges(port_);
         EXPECT_EQ(zelecho_WriteCfg(), 1);

@@ -63,6 +63,7 @@ TEST_F(CardRead, BeyondEightBytesIsFilledWithZeros) {
 
 TEST_F(CardRead, OfNoBytesStillYieldsTheBitCount) {
     for (const short size : std::initializer_list<short>{0, -1, -32768}) {
+        SCOPED_TRACE(size);
         EXPECT_EQ(GetActiveID(buffer_.data(), size), 64);
         EXPECT_EQ(buffer_[0], 0xEE);
     }

@@ -113,6 +113,7 @@ TEST(DecodedBlock, OfExtensionsHoldsAnOptionInBitOneEach) {
 
 TEST(DecodedBlock, OfExtensionsTellsTheOutputFormatOnlyWithItsFeature) {
     for (const int features : {0x40, 0xFF, 0xBF, 0}) {
+        SCOPED_TRACE(features);
         tsTagCfg config = withFeatures(static_cast<std::int16_t>(features));
         config.sIDDispParms.iExOutputFormat = 77;
         decodeBlock(config, 3, {0, 0, 0, 0, 0, 0, 0, 0xC3}, false);
@@ -176,7 +177,7 @@ TEST(EncodedBlock, HasNoPlaceForAMirroredWord) {
     for (const Flag& mirror : kMirrors)
         mirror.word(config) = 1;
     for (int block = 0; block < 4; ++block)
-        EXPECT_EQ(encodeBlock(config, block), Payload{});
+        EXPECT_EQ(encodeBlock(config, block), Payload{}) << block;
 }
 
 TEST(EncodedBlock, HasTheLowByteOfANumberInUnits) {

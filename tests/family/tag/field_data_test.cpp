@@ -218,6 +218,7 @@ TEST_F(KeyWrite, ThatFailsGoesOnWithItsSecondPage) {
         unsigned partNumber;
     } rows[] = {{1, 1U}, {2, 0U}};
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.exchange);
         record().bSepFldOK = record().bPartNumOK = 1;
         record().lLastErr = 0;
         failFor(row.exchange);

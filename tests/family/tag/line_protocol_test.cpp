@@ -84,6 +84,7 @@ TEST_F(LineBeep, IsShortOrLong) {
                 {1, 1, "\rztag:out.beep.long=1\r"},
                 {9, 1, "\rztag:out.beep.long=2\r"}};
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
         record().lLastErr = 5;
         EXPECT_EQ(BeepNow(row.code, row.isLong), 1);
         EXPECT_EQ(heard(), row.line);

@@ -78,6 +78,7 @@ TEST_F(TagPlusProbe, WithoutAReplyOrAnEchoFindsNothingYet) {
 TEST_F(TagPlusProbe, OfNoOrTooManyConfigurationsFindsAPlainReader) {
     const auto reader = connectPlus({.tagPlusConfigurations = 3});
     for (const int count : {0, 12, 255}) {
+        SCOPED_TRACE(count);
         reader->replyWith({0x89, 1}, {0x89, 0, 2, static_cast<std::uint8_t>(count)});
         record().iTagPlusState = 2;
         record().iActConfig = 2;
@@ -104,6 +105,7 @@ TEST_F(TagPlusProbe, WithoutACardTypeKeepsItsState) {
     connectReader({.tagPlusConfigurations = 3});
     for (const unsigned state : {0U, 2U})
         for (const int exchange : {3, 4}) {
+            SCOPED_TRACE(::testing::Message() << "state " << state << " exchange " << exchange);
             record().iTagPlusState = state;
             record().lLastErr = 0;
             failFor(exchange);
@@ -126,6 +128,7 @@ TEST_F(TagPlusReader, SelectsInTheLibraryAndInItself) {
 TEST_F(TagPlusReader, ThatFailsToSelectHasMovedInTheLibrary) {
     const auto reader = connectPlus({.tagPlusConfigurations = 3});
     for (const int exchange : {1, 2}) {
+        SCOPED_TRACE(exchange);
         record().iActConfig = 0;
         failFor(exchange);
         EXPECT_EQ(zeltag_SendSelectActConfig(1), 0);
@@ -192,6 +195,7 @@ TEST_F(TagPlusReader, ThatDoesNotTakeTheCardTypeIsToldByTheErrorWordAndNoPause) 
 TEST_F(TagPlusReader, WithOneConfigurationIsNoneUntilItIsFound) {
     connectReader();
     for (const unsigned state : {0U, 1U}) {
+        SCOPED_TRACE(state);
         record().iTagPlusState = state;
         record().iMaxConfig = 2;
         record().iActConfig = 1;
@@ -284,6 +288,7 @@ TEST_F(StoredSets, AreCopiedInsideTheReader) {
                              "< 89 82 03 01 00 00 00 00\n~ 100 ms\n"},
     };
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.sent);
         EXPECT_EQ(row.call(), 1);
         EXPECT_EQ(bus().takeTrace(), row.sent);
     }

@@ -42,6 +42,7 @@ constexpr Option kOptions[] = {
 
 TEST_F(Options, HoldTheirValueAndMarkBlockThree) {
     for (const Option& option : kOptions) {
+        SCOPED_TRACE(&option - kOptions);
         config() = {};
         device().lLastErr = 0x77;
         EXPECT_EQ(option.set(0x1234), 1);
@@ -64,6 +65,7 @@ TEST_F(Options, StandEachByItself) {
 
 TEST_F(Options, ComeBackWithTheirSign) {
     for (const Option& option : kOptions) {
+        SCOPED_TRACE(&option - kOptions);
         option.set(-2);
         EXPECT_EQ(option.get(), -2);
     }
@@ -71,6 +73,7 @@ TEST_F(Options, ComeBackWithTheirSign) {
 
 TEST_F(Options, AreThoseOfTheActiveConfiguration) {
     for (const Option& option : kOptions) {
+        SCOPED_TRACE(&option - kOptions);
         device().iActConfig = 3;
         option.set(1);
         EXPECT_EQ(device().Cfg[3].*option.stored, 1U);
@@ -85,6 +88,7 @@ TEST_F(Options, WithoutAProximityReaderAnswerTheUnsupportedValueOrZero) {
     config() = {};
     device().iProduct = ZELTAGAPI_ZELBAND;
     for (const Option& option : kOptions) {
+        SCOPED_TRACE(&option - kOptions);
         EXPECT_EQ(option.set(1), option.withoutReader);
         EXPECT_EQ(option.get(), option.withoutReader);
         EXPECT_EQ(config().*option.stored, 0U);

@@ -88,7 +88,7 @@ TEST_F(RawPayload, IsSentAgainByPlacesThatDoNotExist) {
 TEST_F(RawPayload, IsNothingAtANegativePlace) {
     build();
     for (const short index : std::initializer_list<short>{-1, -9, -32768})
-        EXPECT_EQ(SetRawPayload_index(index, 0x99), 0);
+        EXPECT_EQ(SetRawPayload_index(index, 0x99), 0) << index;
     EXPECT_EQ(bus().takeTrace(), "");
     SetRawPayload_index(8, 7);
     EXPECT_EQ(bus().takeTrace(), kSent + kReply) << "nothing was stored";

@@ -115,6 +115,7 @@ TEST_F(Reference, ThatFailsInAPageOrAtItsEndTellsSo) {
 
 TEST_F(Reference, NeedsAnEchoOfEachPageAndOfTheEnd) {
     for (const std::uint8_t page : std::vector<std::uint8_t>{0x01, 0x02, 0xFF}) {
+        SCOPED_TRACE(int{page});
         unplugAll();
         const auto reader = connectPlus({.tagPlusConfigurations = 3});
         reader->replyWith({0x89, 0x90, 0, page}, {0x89, 0x90, 1, page});

@@ -60,6 +60,7 @@ TEST_F(Beep, OfCode0EndsTheKeystrokeModeOfTheKindThatHasOne) {
 TEST_F(Beep, ThatFailsTellsSo) {
     connectReader();
     for (const int exchange : {1, 2}) {
+        SCOPED_TRACE(exchange);
         failFor(exchange);
         EXPECT_EQ(BeepNow(1, 0), 0);
         EXPECT_EQ(GetLastLibErr(), 0x1000000);
@@ -97,6 +98,7 @@ TEST_F(Volume, ThatFailsTellsSo) {
     EXPECT_EQ(GetBeeperVolume(), -1) << "no device";
     connectReader({.volume = 3});
     for (const int exchange : {1, 2}) {
+        SCOPED_TRACE(exchange);
         failFor(exchange);
         EXPECT_EQ(GetBeeperVolume(), -1);
         EXPECT_EQ(GetLastLibErr(), 0x1000000);
@@ -143,6 +145,7 @@ TEST_F(Radio, ThatFailsTellsSo) {
     EXPECT_EQ(IsBTLEPresent(), -1) << "no device";
     connectReader({.radio = 1});
     for (const int exchange : {1, 2}) {
+        SCOPED_TRACE(exchange);
         failFor(exchange);
         EXPECT_EQ(SetBTLEConfiguration(1), 0);
         EXPECT_EQ(GetLastLibErr(), 0x20000000);
@@ -329,6 +332,7 @@ TEST_F(ReaderOption, IsKeptInTheActiveConfigurationAndMarksBlock3) {
                 {SetEasyReadMode, GetEasyReadMode},
                 {SetPrependCSN, GetPrependCSN}};
     for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
         config(1).bDirtyExt = 0;
         EXPECT_EQ(row.set(7), 1);
         EXPECT_EQ(row.get(), 7);

@@ -118,6 +118,7 @@ TEST_F(StreamCardTypeWrite, GoesOutWhateverIsKnownOfTheReader) {
     config(4).iCardType = 0x1204;
     config(4).iCardPriority = 7;
     for (const unsigned state : {0U, 1U, 2U}) {
+        SCOPED_TRACE(state);
         record().iTagPlusState = state;
         script_->answer("81");
         script_->answer("90 00");

@@ -153,6 +153,7 @@ TEST_F(Validators, AcceptEveryBitCountUnderTheAsciiProtocol) {
     useACPMode = 1;
     constexpr sIDBitCnts kWild = {300, 300, 300, 300, 0, 0, 0, 0};
     for (const int fix : {0, 1}) {
+        SCOPED_TRACE(fix);
         sIDBitCnts counts = kWild;
         EXPECT_EQ(CheckUserIDBitCnts(&counts, fix), 1);
         EXPECT_TRUE(isSame(counts, kWild));
