@@ -38,23 +38,25 @@ protected:
 
 } // namespace
 
-TEST_F(UnservedCardData, WithNoDevice) {
+TEST_F(UnservedCardData, IsRefusedWithNoDevice) {
     expectNoReader();
     EXPECT_EQ(bus().takeTrace(), "");
 }
 
-TEST_F(UnservedCardData, OfAnotherProduct) {
+TEST_F(UnservedCardData, IsRefusedForAnotherProduct) {
     connectReader();
     for (const unsigned product : {0U, 3U, 8U}) {
+        SCOPED_TRACE(product);
         DevDat[0].iProduct = product;
         expectNoReader();
     }
     EXPECT_EQ(bus().takeTrace(), "");
 }
 
-TEST_F(UnservedCardData, WithTheActiveIndexOutsideTheTable) {
+TEST_F(UnservedCardData, IsRefusedWithTheActiveIndexOutsideTheTable) {
     connectReader();
     for (const short device : std::initializer_list<short>{1, -1, 127, 32767}) {
+        SCOPED_TRACE(device);
         iActDev = device;
         expectNoReader();
     }

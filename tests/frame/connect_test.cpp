@@ -68,13 +68,13 @@ class SecondConnect : public Connect {};
 
 } // namespace
 
-TEST_F(ConnectTrace, OfAPlainReader) {
+TEST_F(ConnectTrace, OfAPlainReaderIsThatOfItsRecording) {
     plug(options());
     EXPECT_EQ(USBConnect(nullptr), 1);
     EXPECT_EQ(bus().takeTrace(), recorded("connect_plain.trace"));
 }
 
-TEST_F(ConnectTrace, OfATagPlusReaderWithThreeConfigurations) {
+TEST_F(ConnectTrace, OfThreeConfigurationsIsThatOfItsRecording) {
     TagReader::Options three = options();
     three.tagPlusConfigurations = 3;
     three.cardTypes = {0x1204, 0x0003};
@@ -163,7 +163,7 @@ TEST_F(Connect, ThatFindsNothingLeavesTheDeviceIdAlone) {
     EXPECT_EQ(bus().takeTrace(), "");
 }
 
-TEST_F(Connect, WithoutArgumentsDoesTheSame) {
+TEST_F(Connect, WithoutArgumentsFillsTheTableToo) {
     EXPECT_EQ(usbConnect(), 0);
     plug({});
     EXPECT_EQ(usbConnect(), 1);

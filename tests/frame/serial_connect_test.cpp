@@ -62,7 +62,7 @@ TEST_F(LineConnect, TellsTheDeviceIdSignExtended) {
     EXPECT_EQ(did, -2);
 }
 
-TEST_F(LineConnect, WorksTwiceInARow) {
+TEST_F(LineConnect, FindsTheSameReadersEachTime) {
     attachTag(1);
     attachTag(2);
     for (int i = 0; i < 3; ++i) {
@@ -216,7 +216,7 @@ TEST_F(FailedLineConnect, KeepsTheReadersFoundAndNamesTheReason) {
     EXPECT_EQ(lines().openLines(), 3);
 }
 
-TEST_F(FailedLineConnect, OnOneLineDoesTheSame) {
+TEST_F(FailedLineConnect, OnOneLineKeepsTheReaderFoundAndNamesTheReason) {
     attachTag(2)->fail(StreamFault::Silence, 100, 1);
     EXPECT_EQ(ComConnectPort(2, nullptr), 0);
     EXPECT_EQ(lLastCnctErr, 0x10000U);

@@ -55,19 +55,20 @@ protected:
 
 } // namespace
 
-TEST_F(UnservedServices, WithNoDevice) {
+TEST_F(UnservedServices, AreRefusedWithNoDevice) {
     expectNoDevice();
     expectNoReader();
     EXPECT_EQ(BeepNow(1, 0), 0) << "not the unsupported value";
     EXPECT_EQ(bus().takeTrace(), "");
 }
 
-TEST_F(UnservedServices, OfAnotherProduct) {
+TEST_F(UnservedServices, AreRefusedForAnotherProduct) {
     connectReader();
     for (const unsigned product : {0U, 3U, 4U}) {
+        SCOPED_TRACE(product);
         DevDat[0].iProduct = product;
         expectNoReader();
-        EXPECT_EQ(BeepNow(1, 0), -7) << product;
+        EXPECT_EQ(BeepNow(1, 0), -7);
     }
     EXPECT_EQ(bus().takeTrace(), "");
 }

@@ -126,7 +126,7 @@ private:
 
 } // namespace
 
-TEST_F(LockedCalls, DoThisAlone) {
+TEST_F(LockedCalls, HaveTheseExchangesAlone) {
     EXPECT_EQ(wireOf(pollId), kPoll);
     EXPECT_EQ(wireOf(pollLongId), kLongPoll);
     EXPECT_EQ(wireOf(beepTwice), kBeep);

@@ -181,7 +181,7 @@ TEST_F(Enumeration, EndsAtADeviceWithoutAPath) {
     EXPECT_EQ(bus().openHandles(), 0);
 }
 
-TEST_F(Enumeration, WorksAgainAfterOneThatEnded) {
+TEST_F(Enumeration, FindsTheDeviceAgainAfterOneThatEnded) {
     plugReader("a");
     bus().failOpens(0, true);
     EXPECT_EQ(enumerate(), 0);

@@ -174,7 +174,7 @@ TEST_F(EchoIdentifier, FillsTheWholeBufferButForTheThirdByteOfThree) {
     }
 }
 
-TEST_F(EchoIdentifier, HasTheSame32ByteForm) {
+TEST_F(EchoIdentifier, FillsThe32ByteBufferOfTheLongReadToo) {
     std::array<unsigned char, kRoom> buffer;
     buffer.fill(0xEE);
     EXPECT_EQ(zelecho_GetActiveID32(buffer.data(), 32), 4);

@@ -99,7 +99,7 @@ TEST_F(NetworkSearch, FindsAReaderThatIsOnNoList) {
     EXPECT_EQ(name, nameOf(kTold, 5));
 }
 
-TEST_F(NetworkSearch, WorksTwiceInARow) {
+TEST_F(NetworkSearch, FindsTheSameReaderEachTime) {
     bridge(5);
     SetDevTypeSrch(2);
     SetIpPort(a(), b(), c(), 5, port());

@@ -154,7 +154,7 @@ TEST_F(StreamOverTcp, EndsWithTheConnection) {
     EXPECT_EQ(lLastICSWErr, 0U);
 }
 
-TEST_F(StreamOverTcp, ServesWholeOperations) {
+TEST_F(StreamOverTcp, CarriesAWholeCardRead) {
     script_->answer("00 00 1A 00 00 70 1B 34 02 00 00 00 00 90 00");
     unsigned char id[32] = {};
     EXPECT_EQ(GetActiveID(id, 8), 26);
