@@ -24,7 +24,8 @@ protected:
     // A bridge with a reader.
     sim::Bridge& addReader(std::uint8_t lastByte) {
         reader_ = std::make_shared<sim::TagReader>();
-        return addBridge(lastByte, std::make_shared<sim::TagStream>(reader_));
+        stream_ = std::make_shared<sim::TagStream>(reader_);
+        return addBridge(lastByte, stream_);
     }
 
     static std::string placeOf(const sim::Bridge& bridge, std::uint8_t lastByte) {
@@ -50,6 +51,7 @@ protected:
     }
 
     std::shared_ptr<sim::TagReader> reader_;
+    std::shared_ptr<sim::TagStream> stream_;
     int asked_ = 0;
 };
 
@@ -57,12 +59,14 @@ constexpr char kMac[] = "00:20:4A:00:00:07";
 
 TEST_F(BridgeCommand, ListTellsTheAddressAndTheMac) {
     const std::string place = placeOf(addReader(1), 1);
+    reader_->settings().luid = 7;
     const CommandRun listed = run({"list", "--json"}, place);
     EXPECT_EQ(listed.exit, ExitCode::Done) << listed.err;
     const json device = json::parse(listed.out).at("devices").at(0);
     const std::string port = place.substr(place.find(':') + 1);
     EXPECT_EQ(device.at("name"), "MAC:00:20:4A:00:00:07 TCP/IP:" + hostText(1) + ";Port:" + port);
     EXPECT_EQ(device.at("address"), place);
+    EXPECT_EQ(device.at("luid"), 7);
 }
 
 TEST_F(BridgeCommand, SettingsAreWrittenAndReadBack) {
@@ -97,9 +101,38 @@ TEST_F(BridgeCommand, RefusedConnectionIsNoDevice) {
                               "to, and that no other program has it\n"}));
 }
 
-TEST_F(BridgeCommand, SilentReaderIsNoDevice) {
+struct Trouble {
+    const char* name;
+    void (*begin)(sim::Bridge& bridge, sim::TagStream& reader);
+};
+
+constexpr int kForGood = 1000;
+
+template <sim::StreamFault kFault> void failForGood(sim::Bridge&, sim::TagStream& reader) {
+    reader.fail(kFault, kForGood);
+}
+
+constexpr Trouble kTroubles[] = {
+    {"Silence", [](sim::Bridge& bridge, auto&) { bridge.streamFaults().silent = true; }},
+    {"Close", [](sim::Bridge& bridge, auto&) { bridge.streamFaults().endsAfter = 3; }},
+    {"Reset",
+     [](sim::Bridge& bridge, auto&) {
+         bridge.streamFaults().endsAfter = 3;
+         bridge.streamFaults().endsWithReset = true;
+     }},
+    {"WrongStatus", failForGood<sim::StreamFault::WrongStatus>},
+    {"WrongProcedureByte", failForGood<sim::StreamFault::WrongProcedureByte>},
+    {"ShortData", failForGood<sim::StreamFault::ShortData>},
+    {"Garbage", failForGood<sim::StreamFault::Garbage>},
+};
+
+void PrintTo(const Trouble& trouble, std::ostream* stream) { *stream << trouble.name; }
+
+class TroubledBridge : public BridgeCommand, public ::testing::WithParamInterface<Trouble> {};
+
+TEST_P(TroubledBridge, HasNoReaderThatAnswers) {
     sim::Bridge& bridge = addReader(1);
-    bridge.streamFaults().silent = true;
+    GetParam().begin(bridge, *stream_);
     EXPECT_EQ(run({"list"}, placeOf(bridge, 1)),
               (CommandRun{ExitCode::NoDevice, "",
                           "zeltag: " + hostText(1) + " port " + std::to_string(bridge.port()) +
@@ -107,6 +140,9 @@ TEST_F(BridgeCommand, SilentReaderIsNoDevice) {
                               "cable between the two, the speed that the bridge is set to, and "
                               "that no other program uses the bridge\n"}));
 }
+
+INSTANTIATE_TEST_SUITE_P(Each, TroubledBridge, ::testing::ValuesIn(kTroubles),
+                         [](const auto& trouble) { return trouble.param.name; });
 
 TEST_F(BridgeCommand, UsbAloneOffersSomeCommandsAndNothingIsSent) {
     sim::Bridge& bridge = addReader(1);

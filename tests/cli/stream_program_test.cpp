@@ -47,13 +47,6 @@ private:
     std::string place_;
 };
 
-std::string silentBridge(const std::string& place) {
-    const std::size_t colon = place.find(':');
-    return "zeltag: " + place.substr(0, colon) + " port " + place.substr(colon + 1) +
-           " takes the connection, but no reader answers behind it; check the cable between the "
-           "two, the speed that the bridge is set to, and that no other program uses the bridge\n";
-}
-
 TEST(LineWithoutReader, IsNoDeviceAndTellsTheSpeed) {
     const PseudoLine line;
     EXPECT_EQ(runZeltag({"list", "--port", line.path(), "--baud", "19200"}),
@@ -63,29 +56,12 @@ TEST(LineWithoutReader, IsNoDeviceAndTellsTheSpeed) {
                          "the line open; a reader set to another speed needs --baud\n"}));
 }
 
-TEST(BridgeAndProgram, ReaderIsListed) {
-    const BridgeProcess bridge;
-    const Ended listed = bridge.run({"list", "--json"});
-    EXPECT_EQ(listed.exit, 0) << listed.err;
-    const json device = json::parse(listed.out).at("devices").at(0);
-    EXPECT_EQ(device.at("address"), bridge.place());
-    EXPECT_EQ(device.at("luid"), 7);
-}
-
 TEST(BridgeAndProgram, CardIsRead) {
     const BridgeProcess bridge;
     const Ended read = bridge.run({"read", "--wait", "5"});
     EXPECT_EQ(read.exit, 0) << read.err;
     EXPECT_TRUE(read.out.starts_with("card   26 bits  0x02341B70  MAC:00:20:4A:00:00:07 "))
         << read.out;
-}
-
-TEST(BridgeAndProgram, SettingsAreShown) {
-    const BridgeProcess bridge;
-    const Ended shown = bridge.run({"config", "show", "--json"});
-    EXPECT_EQ(shown.exit, 0) << shown.err;
-    EXPECT_EQ(json::parse(shown.out).at("records").at("TimeParms").at("iIDHoldTO").at("value"),
-              1000);
 }
 
 TEST(BridgeAndProgram, AreFoundAndTheSearchEndsWithCtrlC) {
@@ -104,21 +80,18 @@ TEST(BridgeAndProgram, BytesInPiecesFailTheRead) {
     EXPECT_TRUE(contains(read.err, " failed (library error 0x1000000); ")) << read.err;
 }
 
-class FaultyBridge : public ::testing::TestWithParam<const char*> {};
-
-TEST_P(FaultyBridge, HasNoReaderThatAnswers) {
-    const BridgeProcess bridge({"--fault", GetParam()});
-    EXPECT_EQ(bridge.run({"list"}), (Ended{69, "", silentBridge(bridge.place())}));
+// The other faults are those of TroubledBridge, where no time passes for real.
+TEST(BridgeAndProgram, SilentReaderIsNoDevice) {
+    const BridgeProcess bridge({"--fault", "silence"});
+    const std::size_t colon = bridge.place().find(':');
+    EXPECT_EQ(bridge.run({"list"}),
+              (Ended{69, "",
+                     "zeltag: " + bridge.place().substr(0, colon) + " port " +
+                         bridge.place().substr(colon + 1) +
+                         " takes the connection, but no reader answers behind it; check the cable "
+                         "between the two, the speed that the bridge is set to, and that no other "
+                         "program uses the bridge\n"}));
 }
-
-INSTANTIATE_TEST_SUITE_P(Each, FaultyBridge,
-                         ::testing::Values("silence", "close", "reset", "wrong-status",
-                                           "wrong-procedure", "short-data", "garbage"),
-                         [](const auto& kind) {
-                             std::string name = kind.param;
-                             std::erase(name, '-');
-                             return name;
-                         });
 
 } // namespace
 
