@@ -15,6 +15,7 @@ protected:
         for (bool reached = true; reached; ++n) {
             SCOPED_TRACE("exchange " + std::to_string(n));
             unplugAll();
+            traceNothing();
             connect();
             const int before = bus().exchanges(0);
             const auto files = openDescriptors();

@@ -57,6 +57,11 @@ std::shared_ptr<sim::TagReader> LibraryTest::connectReader(const sim::TagOptions
     return reader;
 }
 
+void LibraryTest::traceNothing() {
+    bus().clear();
+    onPause({});
+}
+
 void LibraryTest::setFilterRow(int row, unsigned short vendor, unsigned short product) {
     zelTagVidPid.rows[row].vendor = vendor;
     zelTagVidPid.rows[row].product = product;

@@ -35,6 +35,10 @@ protected:
     // A row of the device filter list.
     static void setFilterRow(int row, unsigned short vendor, unsigned short product);
 
+    // For a test of so many exchanges that their trace would take most of its time; before a reader
+    // is plugged.
+    static void traceNothing();
+
     static sim::UsbBus& bus() { return sim::usbBus(); }
 
     // For a test that lets a command come too early on purpose.

@@ -49,13 +49,14 @@ protected:
 
 class BandFieldModel : public BandUsbTest {};
 
-// The same by prefix sums over an endless row of codes, zeros behind those of the card.
+// The same by prefix sums over a row of codes with zeros behind those of the card, as many as the
+// offset and a copy may reach.
 std::string modelOf(const TrackCodes& codes, const Choice& choice) {
     constexpr std::size_t kChunks[] = {9, 5, 11};
     const std::size_t chunks = std::min(kChunks[choice.track - 1], codes.size() / 10 + 1);
     std::vector<int> row(codes.begin(), codes.end());
     row.resize(std::min(row.size(), 10 * chunks - 1));
-    row.resize(70'000);
+    row.resize(2 * kFieldSize + choice.offset);
     const std::vector<int> delimiters =
         choice.track == 1 ? std::vector{0x15, 0x5F, 0x3E} : std::vector{0x0B, 0x0F, 0x0D};
     const auto isStop = [&](int code) {

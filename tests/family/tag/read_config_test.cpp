@@ -270,6 +270,7 @@ TEST_F(FailingRead, SelectsTheOthersButReadsNoMore) {
 }
 
 TEST_F(FailingRead, AtAnyExchangeOfAPlainReaderIsGoodAgainWithTheNext) {
+    traceNothing();
     const auto reader = connectReader(kTexts);
     for (const int tries : {1, kSendTries})
         for (int exchange = kProbe; exchange <= kEnd; ++exchange) {
@@ -284,6 +285,7 @@ TEST_F(FailingRead, AtAnyExchangeOfAPlainReaderIsGoodAgainWithTheNext) {
 }
 
 TEST_F(FailingRead, AtAnyExchangeOfAMultiConfigurationReaderIsGoodAgainWithTheNext) {
+    traceNothing();
     const auto reader = connectPlus({.tagPlusConfigurations = 3, .cardTypes = {1, 2, 3, 4, 5}});
     const int before = bus().exchanges(0);
     ReadCfg();
