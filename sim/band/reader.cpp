@@ -49,13 +49,9 @@ int BandReader::ledColor(unsigned led) const {
 
 void BandReader::fail(BandFault fault, int count, int after) {
     if (fault == BandFault::None)
-        troubles_.clear();
+        faults_.clear();
     else
-        troubles_.push_back({fault, count, after});
-}
-
-void BandReader::replyWith(std::string command, std::string reply) {
-    fixedReplies_.emplace(fixedReplies_.begin(), std::move(command), std::move(reply));
+        faults_.add(fault, count, after);
 }
 
 std::vector<std::uint8_t> BandReader::receive(std::span<const std::uint8_t> bytes) {
@@ -90,7 +86,7 @@ bool BandReader::take(std::uint8_t reportId, std::span<const std::uint8_t> paylo
 bool BandReader::answer(std::uint8_t reportId, std::span<std::uint8_t> reply) {
     if (reportId != 0 || reply_.empty())
         return false;
-    complain("reply", answering_.remaining());
+    violations_.check("reply", answering_.remaining());
     std::copy_n(reply_.begin(), std::min(reply_.size(), reply.size()), reply.begin());
     return true;
 }
@@ -98,8 +94,8 @@ bool BandReader::answer(std::uint8_t reportId, std::span<std::uint8_t> reply) {
 std::vector<std::uint8_t> BandReader::replyTo(std::string_view frame) {
     const std::string_view command = frame.substr(0, kTextSize);
     ++commands_;
-    const BandFault fault = nextFault();
-    complain(nameOfCommand(command), flash_.remaining());
+    const BandFault fault = faults_.next();
+    violations_.check(nameOfCommand(command), flash_.remaining());
     if (fault == BandFault::Silence)
         return {};
     work(command);
@@ -115,10 +111,8 @@ void BandReader::work(std::string_view command) {
 
 std::string BandReader::fixedOrOwnReply(std::string_view command) {
     const auto own = model_.run(command);
-    const auto fixed = std::find_if(fixedReplies_.begin(), fixedReplies_.end(),
-                                    [&](auto& row) { return command.starts_with(row.first); });
-    if (fixed != fixedReplies_.end())
-        return framed(fixed->second);
+    if (const std::string* const fixed = fixedReplies_.find(command))
+        return framed(*fixed);
     const std::string head = (own ? kSuccess : kRefusal) + std::string(command.substr(1, 2));
     return framed(head + own.value_or(""));
 }
@@ -133,28 +127,6 @@ std::vector<std::uint8_t> BandReader::spoil(const std::string& reply, BandFault 
         std::generate(bytes.begin(), bytes.end(),
                       [this] { return static_cast<std::uint8_t>(random_()); });
     return bytes;
-}
-
-BandFault BandReader::nextFault() {
-    if (troubles_.empty())
-        return BandFault::None;
-    Trouble& next = troubles_.front();
-    if (next.after > 0) {
-        --next.after;
-        return BandFault::None;
-    }
-    const BandFault fault = next.fault;
-    if (--next.count <= 0)
-        troubles_.pop_front();
-    return fault;
-}
-
-void BandReader::complain(const std::string& exchange, std::uint64_t early) {
-    if (early == 0)
-        return;
-    ++violations_;
-    lastViolation_ = exchange + ", " + std::to_string(early) + " us too early";
-    remark_ = "too early";
 }
 
 void BandReader::powerUp() {

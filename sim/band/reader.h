@@ -6,9 +6,11 @@
 #include "sim/band/model.h"
 #include "sim/wire/busy.h"
 #include "sim/wire/device.h"
+#include "sim/wire/fault_queue.h"
+#include "sim/wire/fixed_replies.h"
 #include "sim/wire/stream_device.h"
+#include "sim/wire/violations.h"
 
-#include <deque>
 #include <random>
 
 namespace zel::sim {
@@ -54,14 +56,16 @@ public:
 
     // Replies so to each command that begins with this text, whatever it does; filled up like any
     // frame. The last one counts.
-    void replyWith(std::string command, std::string reply);
+    void replyWith(std::string command, std::string reply) {
+        fixedReplies_.add(std::move(command), std::move(reply));
+    }
 
     // A reader on a line hears nothing from now on until a carriage return wakes it.
     void fallAsleep() { isAsleep_ = true; }
 
     // Exchanges that came while the reader was still busy, and the text of the last one.
-    int violations() const { return violations_; }
-    const std::string& lastViolation() const { return lastViolation_; }
+    int violations() const { return violations_.count(); }
+    const std::string& lastViolation() const { return violations_.last(); }
 
     // A line that is opened anew is nothing that the reader notices: what was begun stays.
     std::vector<std::uint8_t> receive(std::span<const std::uint8_t> bytes) override;
@@ -69,38 +73,29 @@ public:
     bool take(std::uint8_t reportId, std::span<const std::uint8_t> payload) override;
     bool answer(std::uint8_t reportId, std::span<std::uint8_t> reply) override;
     void powerUp() override;
-    std::string takeRemark() override { return std::exchange(remark_, {}); }
+    std::string takeRemark() override { return violations_.takeRemark(); }
     std::string nameOf(std::span<const std::uint8_t> payload) const override;
 
 private:
     using Bytes = std::vector<std::uint8_t>;
-    struct Trouble {
-        BandFault fault = BandFault::None;
-        int count = 0;
-        int after = 0;
-    };
 
     Bytes takeByte(std::uint8_t byte);
     Bytes replyTo(std::string_view frame);
     std::string fixedOrOwnReply(std::string_view command);
     Bytes spoil(const std::string& reply, BandFault fault);
-    BandFault nextFault();
     void work(std::string_view command);
-    void complain(const std::string& exchange, std::uint64_t early);
 
     BandModel model_;
     std::string line_; // what came of a frame
     Bytes reply_;      // to the last report; empty when there is none
     Busy flash_;       // no command may come
     Busy answering_;   // no report may be fetched
-    std::deque<Trouble> troubles_;
-    std::vector<std::pair<std::string, std::string>> fixedReplies_;
+    FaultQueue<BandFault> faults_;
+    FixedReplies<std::string, std::string> fixedReplies_;
+    Violations violations_;
     std::mt19937 random_;
     int commands_ = 0;
-    int violations_ = 0;
     bool isAsleep_ = false;
-    std::string lastViolation_;
-    std::string remark_;
 };
 
 } // namespace zel::sim

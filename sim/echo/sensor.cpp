@@ -76,36 +76,19 @@ void EchoSensor::follow(std::vector<EchoPlace> script) {
     scriptBegan_ = microseconds();
 }
 
-void EchoSensor::replyWith(std::vector<std::uint8_t> command, const Block& reply) {
-    fixedReplies_.emplace(fixedReplies_.begin(), std::move(command), reply);
-}
-
 void EchoSensor::powerUp() {
     current_ = stored_;
     isHalted_ = false;
-    awaitsFetch_ = awaitsData_ = false;
-    lostData_.reset();
-    data_ = {};
+    awaitsFetch_ = false;
+    awaitedData_.expect(false);
+    transfer_ = {};
     reset_ = {};
 }
 
 std::string EchoSensor::nameOf(std::span<const std::uint8_t> payload) const {
-    if (isData(payload))
+    if (awaitedData_.isIn(payload))
         return nameOfCommand(command_[0]) + " data";
     return payload.empty() ? std::string() : nameOfCommand(payload[0]);
-}
-
-// A host whose data was lost sends the same again, or gives up and comes with another command.
-bool EchoSensor::isData(std::span<const std::uint8_t> payload) const {
-    return awaitsData_ && (!lostData_ || std::equal(payload.begin(), payload.end(),
-                                                    lostData_->begin(), lostData_->end()));
-}
-
-void EchoSensor::sendLost(std::span<const std::uint8_t> payload) {
-    if (!isData(payload) || payload.size() != command_.size())
-        return;
-    lostData_ = Block{};
-    std::copy(payload.begin(), payload.end(), lostData_->begin());
 }
 
 bool EchoSensor::take(std::uint8_t reportId, std::span<const std::uint8_t> payload) {
@@ -113,15 +96,14 @@ bool EchoSensor::take(std::uint8_t reportId, std::span<const std::uint8_t> paylo
         return false;
     Block report;
     std::copy(payload.begin(), payload.end(), report.begin());
-    const bool takesData = isData(payload);
-    lostData_.reset();
+    const bool takesData = awaitedData_.isIn(payload);
+    awaitedData_.expect(!takesData && isWritable(report[0]));
     if (takesData) {
         writeData(report);
         return true;
     }
-    complain(nameOfCommand(report[0]), reset_.remaining());
+    violations_.check(nameOfCommand(report[0]), reset_.remaining());
     begin(report);
-    awaitsData_ = isWritable(report[0]);
     runCommand();
     return true;
 }
@@ -129,23 +111,23 @@ bool EchoSensor::take(std::uint8_t reportId, std::span<const std::uint8_t> paylo
 void EchoSensor::begin(const Block& command) {
     command_ = command;
     awaitsFetch_ = hasReply(command[0]);
-    data_ = {};
+    transfer_ = {};
     if (awaitsFetch_)
-        data_.hold(kDataPause);
+        transfer_.hold(kDataPause);
 }
 
 // A fetch that no command stands before isn't answered by data: it announces that of block 1.
 bool EchoSensor::answer(std::uint8_t reportId, std::span<std::uint8_t> out) {
-    awaitsData_ = false;
+    awaitedData_.expect(false);
     if (reportId != 0)
         return false;
     Block bytes = {kAnnounced};
     if (awaitsFetch_) {
-        complain(nameOfCommand(command_[0]) + " reply", data_.remaining());
+        violations_.check(nameOfCommand(command_[0]) + " reply", transfer_.remaining());
         bytes = reply();
         awaitsFetch_ = false;
     } else {
-        complain("announcement", reset_.remaining());
+        violations_.check("announcement", reset_.remaining());
         begin(bytes);
     }
     std::copy_n(bytes.begin(), std::min(bytes.size(), out.size()), out.begin());
@@ -186,8 +168,8 @@ void EchoSensor::makeCurrent(const EchoSettings& settings) {
 
 // The LUID stands one byte further along than in the reply, and is kept at once.
 void EchoSensor::writeData(const Block& data) {
-    complain(nameOfCommand(command_[0]) + " data", data_.remaining());
-    awaitsData_ = awaitsFetch_ = false;
+    violations_.check(nameOfCommand(command_[0]) + " data", transfer_.remaining());
+    awaitsFetch_ = false;
     if (command_[0] == kIds) {
         luid_ = static_cast<std::uint16_t>(data[1] | data[2] << 8);
         return;
@@ -198,12 +180,8 @@ void EchoSensor::writeData(const Block& data) {
 }
 
 EchoSensor::Block EchoSensor::reply() const {
-    const auto fixed = std::find_if(fixedReplies_.begin(), fixedReplies_.end(), [&](auto& row) {
-        return row.first.size() <= command_.size() &&
-               std::equal(row.first.begin(), row.first.end(), command_.begin());
-    });
-    if (fixed != fixedReplies_.end())
-        return fixed->second;
+    if (const Block* const fixed = fixedReplies_.find(command_))
+        return *fixed;
     if (isBlock(command_[0]))
         return current_[command_[0] - kBlock0];
     return command_[0] == kIds ? ids() : range();
@@ -235,14 +213,6 @@ int EchoSensor::inches() const {
         if (place.fromMilliseconds <= now)
             inches = place.inches;
     return inches;
-}
-
-void EchoSensor::complain(const std::string& exchange, std::uint64_t early) {
-    if (early == 0)
-        return;
-    ++violations_;
-    lastViolation_ = exchange + ", " + std::to_string(early) + " us too early";
-    remark_ = "too early";
 }
 
 } // namespace zel::sim

@@ -3,13 +3,14 @@
 // 8-byte feature reports.
 #pragma once
 
+#include "sim/wire/awaited_data.h"
 #include "sim/wire/busy.h"
 #include "sim/wire/device.h"
+#include "sim/wire/fixed_replies.h"
+#include "sim/wire/violations.h"
 
 #include <array>
 #include <cstddef>
-#include <optional>
-#include <utility>
 #include <vector>
 
 namespace zel::sim {
@@ -59,22 +60,23 @@ public:
     bool isHalted() const { return isHalted_; } // sends no keys
 
     // Answers each fetch that follows a command of these bytes so; the last one counts.
-    void replyWith(std::vector<std::uint8_t> command, const Block& reply);
+    void replyWith(std::vector<std::uint8_t> command, const Block& reply) {
+        fixedReplies_.add(std::move(command), reply);
+    }
 
     // Exchanges that came while the sensor was still busy, and the text of the last one.
-    int violations() const { return violations_; }
-    const std::string& lastViolation() const { return lastViolation_; }
+    int violations() const { return violations_.count(); }
+    const std::string& lastViolation() const { return violations_.last(); }
 
     bool take(std::uint8_t reportId, std::span<const std::uint8_t> payload) override;
     bool answer(std::uint8_t reportId, std::span<std::uint8_t> reply) override;
-    void sendLost(std::span<const std::uint8_t> payload) override;
-    void replyLost() override { awaitsData_ = false; }
+    void sendLost(std::span<const std::uint8_t> payload) override { awaitedData_.lose(payload); }
+    void replyLost() override { awaitedData_.expect(false); }
     void powerUp() override;
-    std::string takeRemark() override { return std::exchange(remark_, {}); }
+    std::string takeRemark() override { return violations_.takeRemark(); }
     std::string nameOf(std::span<const std::uint8_t> payload) const override;
 
 private:
-    bool isData(std::span<const std::uint8_t> payload) const;
     void begin(const Block& command);
     void runCommand();
     void commit(std::uint8_t mask);
@@ -84,7 +86,6 @@ private:
     Block ids() const;
     Block range() const;
     int inches() const;
-    void complain(const std::string& exchange, std::uint64_t early);
 
     Options options_;
     EchoSettings current_;
@@ -97,14 +98,11 @@ private:
     bool isHalted_ = false;
     Block command_ = {};
     bool awaitsFetch_ = false; // the command has a reply that wasn't fetched
-    bool awaitsData_ = false;  // the next report may be the data of a write
-    std::optional<Block> lostData_;
-    Busy data_;  // neither reply nor data may move
-    Busy reset_; // no command may come
-    std::vector<std::pair<std::vector<std::uint8_t>, Block>> fixedReplies_;
-    int violations_ = 0;
-    std::string lastViolation_;
-    std::string remark_;
+    AwaitedData awaitedData_;
+    Busy transfer_; // neither reply nor data may move
+    Busy reset_;    // no command may come
+    FixedReplies<std::vector<std::uint8_t>, Block> fixedReplies_;
+    Violations violations_;
 };
 
 } // namespace zel::sim

@@ -2,6 +2,8 @@
 // The commands that write a blob and read it back: a header, chunks, the save.
 #include "sim/tag/blobs.h"
 
+#include "sim/tag/commands.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -9,9 +11,6 @@ namespace zel::sim {
 
 namespace {
 
-constexpr std::uint8_t kMulti = 0x89;
-constexpr std::uint8_t kRead = 0x10;
-constexpr std::uint8_t kWrite = 0x90;
 constexpr std::size_t kChunkSize = 4;
 constexpr std::size_t kCommandSize = 8;
 
@@ -20,8 +19,8 @@ TagBlock echo(const TagBlock& command) { return {command[0], command[1], command
 std::size_t endOf(std::size_t chunk) { return chunk * kChunkSize; }
 
 bool isOnBlob(std::span<const std::uint8_t> payload) {
-    return payload.size() == kCommandSize && payload[0] == kMulti &&
-           (payload[1] == kRead || payload[1] == kWrite);
+    return payload.size() == kCommandSize && payload[0] == opcode::kMulti &&
+           (payload[1] == multi::kReadBlob || payload[1] == multi::kWriteBlob);
 }
 
 } // namespace
@@ -92,7 +91,7 @@ bool TagBlobs::select(const TagBlock& command) {
 }
 
 bool TagBlobs::isSave(const TagBlock& command) {
-    return command[0] == kMulti && command[1] == kWrite && command[3] == kSave;
+    return command[0] == opcode::kMulti && command[1] == multi::kWriteBlob && command[3] == kSave;
 }
 
 std::vector<TagReference> TagBlobs::references() const {
@@ -105,7 +104,7 @@ std::vector<TagReference> TagBlobs::references() const {
 std::string TagBlobs::nameOf(std::span<const std::uint8_t> payload) const {
     if (!isOnBlob(payload))
         return "";
-    const bool isRead = payload[1] == kRead;
+    const bool isRead = payload[1] == multi::kReadBlob;
     const bool opensReference = payload[3] == kHeader && (payload[4] == 1 || payload[4] == 2);
     if (!isRead && (opensReference || (payload[3] != kHeader && writesReference())))
         return "";

@@ -2,6 +2,8 @@
 // The instructions, each by the feature reports' command that does the same.
 #include "sim/tag/instructions.h"
 
+#include "sim/tag/commands.h"
+
 #include <algorithm>
 
 namespace zel::sim {
@@ -9,9 +11,7 @@ namespace zel::sim {
 namespace {
 
 constexpr std::uint8_t kProbe = 0xED;
-constexpr std::size_t kMultiReply = 7;
-constexpr std::size_t kMoveReply = 5;
-constexpr TagBlock kFirstFields = {0x85, 0, 0, 0x10};
+constexpr TagBlock kFirstFields = {opcode::kPage, 0, 0, 0x10};
 
 TagOutcome done(TagForm form, std::vector<std::uint8_t> data = {}) {
     return {form, std::move(data), TagStatus{}};
@@ -37,6 +37,22 @@ TagOutcome unlessRefused(TagOutcome outcome, const TagBlock& reply) {
     return reply == TagBlock{} ? TagOutcome{} : std::move(outcome);
 }
 
+// What an instruction delivers of the reply to the TagPlus command of its P1.
+struct MultiAnswer {
+    std::uint8_t command;
+    TagForm form;
+    std::size_t first;
+    std::size_t size;
+    bool zerosRefuse;
+};
+
+constexpr MultiAnswer kMultiAnswers[] = {
+    {multi::kVersion, TagForm::Read, 1, 7, false},
+    {multi::kCardTypes, TagForm::AtOnce, 0, 8, false},
+    {multi::kSelect, TagForm::Read, 1, 7, true},
+    {multi::kMoveSet, TagForm::Read, 1, 5, true},
+};
+
 TagBlock bytesOf(std::span<const std::uint8_t> data) {
     TagBlock bytes = {};
     std::copy_n(data.begin(), std::min(data.size(), bytes.size()), bytes.begin());
@@ -54,9 +70,9 @@ TagOutcome TagInstructions::run(const TagHeader& header) {
     case 0x01:
         return block(header);
     case 0x02:
-        return acknowledged(reader_.run({0x90, header.p1}));
+        return acknowledged(reader_.run({opcode::kCommit, header.p1}));
     case 0x03:
-        return acknowledged(reader_.run({0xA0}));
+        return acknowledged(reader_.run({opcode::kFactoryDefaults}));
     case 0x04:
         return luid(header);
     case 0x09:
@@ -77,10 +93,10 @@ TagOutcome TagInstructions::identifier(std::size_t length) {
     constexpr std::uint8_t kIdPages = 4;
     std::vector<std::uint8_t> data(4);
     for (std::uint8_t page = 0; page < kIdPages; ++page) {
-        const TagBlock bytes = reader_.run({0x8D, page});
+        const TagBlock bytes = reader_.run({opcode::kIdentifierPage, page});
         data.insert(data.end(), bytes.begin(), bytes.end());
     }
-    data[1] = reader_.run({0x8E})[0];
+    data[1] = reader_.run({opcode::kBitCount})[0];
     data.resize(length);
     return {TagForm::Read, data, length > 1 && data[1] != 0 ? TagStatus{} : kNoCard};
 }
@@ -88,47 +104,36 @@ TagOutcome TagInstructions::identifier(std::size_t length) {
 TagOutcome TagInstructions::block(const TagHeader& header) {
     if (header.p1 > 3)
         return {};
-    return sized(reader_.run({static_cast<std::uint8_t>(0x80 + header.p1)}), header.length);
+    return sized(reader_.run({static_cast<std::uint8_t>(opcode::kBlock0 + header.p1)}),
+                 header.length);
 }
 
 // The probe is answered like the query.
 TagOutcome TagInstructions::luid(const TagHeader& header) {
     if (header.p1 != header.p2 || (header.p1 != 0 && header.p1 != kProbe))
         return {};
-    return sized(reader_.run({0x8A}), header.length);
+    return sized(reader_.run({opcode::kLuid}), header.length);
 }
 
-// Versions, selections and moves are answered as over feature reports, less their first byte.
 TagOutcome TagInstructions::multi(const TagHeader& header) {
     if (header.p1 == 0)
         return hasExtendedFields() ? TagOutcome{} : fields(header.length);
     if (!reader_.options().isTagPlus())
         return {};
-    const TagBlock command = {0x89, header.p1, header.p2, header.length};
-    switch (header.p1) {
-    case 0x01:
+    if (header.p1 == multi::kQuery)
         return state();
-    case 0x03:
-        return part(TagForm::Read, reader_.run(command), 1, kMultiReply);
-    case 0x04:
-        return part(TagForm::AtOnce, reader_.run(command), 0, command.size());
-    case 0x81: {
-        const TagBlock reply = reader_.run(command);
-        return unlessRefused(part(TagForm::Read, reply, 1, kMultiReply), reply);
-    }
-    case 0x82: {
-        const TagBlock reply = reader_.run(command);
-        return unlessRefused(part(TagForm::Read, reply, 1, kMoveReply), reply);
-    }
-    default:
+    const auto* const row = std::ranges::find(kMultiAnswers, header.p1, &MultiAnswer::command);
+    if (row == std::end(kMultiAnswers))
         return {};
-    }
+    const TagBlock reply = reader_.run({opcode::kMulti, header.p1, header.p2, header.length});
+    const TagOutcome outcome = part(row->form, reply, row->first, row->size);
+    return row->zerosRefuse ? unlessRefused(outcome, reply) : outcome;
 }
 
 // The card type of the active configuration comes along.
 TagOutcome TagInstructions::state() {
-    const TagBlock state = reader_.run({0x89, 1});
-    const TagBlock type = reader_.run({0x84});
+    const TagBlock state = reader_.run({opcode::kMulti, multi::kQuery});
+    const TagBlock type = reader_.run({opcode::kCardType});
     return done(TagForm::Read, {1, state[2], state[3], 0, type[1], type[2], type[3]});
 }
 
@@ -145,15 +150,15 @@ TagOutcome TagInstructions::fields(std::size_t length) {
 }
 
 TagOutcome TagInstructions::service(const TagHeader& header) {
-    const TagBlock command = {0x8C, header.p1, header.p2, header.length};
+    const TagBlock command = {opcode::kService, header.p1, header.p2, header.length};
     switch (header.p1) {
-    case 0x01:
-    case 0x02:
+    case service::kPartNumber:
+    case service::kQueuedIdentifier:
         return part(TagForm::Bare, reader_.run(command), 0, command.size());
-    case 0x03:
+    case service::kBeep:
         return acknowledged(reader_.run(command));
-    case 0x06:
-    case 0x86:
+    case service::kVolume:
+    case service::kSetVolume:
         return volume(header);
     default:
         return {};
@@ -161,8 +166,8 @@ TagOutcome TagInstructions::service(const TagHeader& header) {
 }
 
 TagOutcome TagInstructions::volume(const TagHeader& header) {
-    const TagBlock reply = reader_.run({0x8C, header.p1, header.p2});
-    const bool isQuery = header.p1 == 0x06;
+    const TagBlock reply = reader_.run({opcode::kService, header.p1, header.p2});
+    const bool isQuery = header.p1 == service::kVolume;
     return unlessRefused(part(isQuery ? TagForm::Bare : TagForm::Read, reply, 2, isQuery ? 1 : 0),
                          reply);
 }
@@ -196,13 +201,13 @@ void TagInstructions::write(const TagHeader& header, std::span<const std::uint8_
     const TagBlock bytes = bytesOf(data);
     switch (header.ins) {
     case 0x06:
-        reader_.write({0x8A}, {0, bytes[0], bytes[1]});
+        reader_.write({opcode::kLuid}, {0, bytes[0], bytes[1]});
         break;
     case 0x81:
-        reader_.write({static_cast<std::uint8_t>(0x80 + header.p1)}, bytes);
+        reader_.write({static_cast<std::uint8_t>(opcode::kBlock0 + header.p1)}, bytes);
         break;
     default:
-        writeFields(header.p2 == 0 ? kFirstFields : TagBlock{0x85, 0, header.p2, 0}, data);
+        writeFields(header.p2 == 0 ? kFirstFields : TagBlock{opcode::kPage, 0, header.p2, 0}, data);
         break;
     }
 }

@@ -2,38 +2,37 @@
 // The commands of a TagPlus reader, by their sub-command in the second byte.
 #include "sim/tag/multi.h"
 
+#include "sim/tag/commands.h"
+
 namespace zel::sim {
 
 namespace {
-
-constexpr std::uint8_t kMulti = 0x89;
-constexpr std::uint8_t kMove = 0x82;
 
 TagBlock echo(const TagBlock& command) { return {command[0], command[1], command[2], command[3]}; }
 
 } // namespace
 
 bool TagMulti::isMove(const TagBlock& command) {
-    return command[0] == kMulti && command[1] == kMove;
+    return command[0] == opcode::kMulti && command[1] == multi::kMoveSet;
 }
 
 TagBlock TagMulti::run(const TagBlock& command) {
     if (!options_.isTagPlus())
         return {};
     switch (command[1]) {
-    case 0x01:
+    case multi::kQuery:
         return state();
-    case 0x03:
+    case multi::kVersion:
         return version(command);
-    case 0x04:
+    case multi::kCardTypes:
         return cardTypes(command[2]);
-    case 0x10:
+    case multi::kReadBlob:
         return blobs_.read(command);
-    case 0x81:
+    case multi::kSelect:
         return select(command);
-    case kMove:
+    case multi::kMoveSet:
         return memory_.move(command[2], command[3]) ? echo(command) : TagBlock{};
-    case 0x90:
+    case multi::kWriteBlob:
         return blobs_.write(command);
     default:
         return {};
@@ -41,7 +40,7 @@ TagBlock TagMulti::run(const TagBlock& command) {
 }
 
 TagBlock TagMulti::state() const {
-    return {kMulti, 0, static_cast<std::uint8_t>(memory_.active),
+    return {opcode::kMulti, 0, static_cast<std::uint8_t>(memory_.active),
             static_cast<std::uint8_t>(options_.tagPlusConfigurations)};
 }
 

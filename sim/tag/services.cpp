@@ -2,6 +2,8 @@
 // The service commands, by their sub-command in the second byte.
 #include "sim/tag/services.h"
 
+#include "sim/tag/commands.h"
+
 #include <algorithm>
 
 namespace zel::sim {
@@ -24,23 +26,23 @@ TagBlock character(const std::string& text, std::size_t index) {
 
 TagBlock TagServices::run(const TagBlock& command) {
     switch (command[1]) {
-    case 0x01:
+    case service::kPartNumber:
         return character(options_.partNumber, command[2]);
-    case 0x02:
+    case service::kQueuedIdentifier:
         return queuedPage(command[2]);
-    case 0x03:
+    case service::kBeep:
         return beep(command[2]);
-    case 0x04:
+    case service::kFirmwareName:
         return nameCharacter(command[2], command[3]);
-    case 0x05:
+    case service::kSerialNumber:
         return serialNumberPage(command[2]);
-    case 0x06:
+    case service::kVolume:
         return volume();
-    case 0x07:
+    case service::kRadio:
         return radio();
-    case 0x86:
+    case service::kSetVolume:
         return setVolume(command);
-    case 0x87:
+    case service::kSetRadio:
         return setRadio(command);
     default:
         return {};
@@ -84,7 +86,8 @@ TagBlock TagServices::serialNumberPage(std::size_t page) const {
 
 // The echo in front tells a volume of 0 from a reader that knows none.
 TagBlock TagServices::volume() const {
-    return options_.volume ? TagBlock{0x8C, 0x06, *options_.volume} : TagBlock{};
+    return options_.volume ? TagBlock{opcode::kService, service::kVolume, *options_.volume}
+                           : TagBlock{};
 }
 
 TagBlock TagServices::setVolume(const TagBlock& command) {
@@ -98,7 +101,7 @@ TagBlock TagServices::radio() const {
     if (!options_.radio)
         return {};
     const int bits = kRadioPresent | (*options_.radio & kRadioConfiguration);
-    return {0x8C, 0x07, static_cast<std::uint8_t>(bits)};
+    return {opcode::kService, service::kRadio, static_cast<std::uint8_t>(bits)};
 }
 
 TagBlock TagServices::setRadio(const TagBlock& command) {

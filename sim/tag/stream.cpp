@@ -17,38 +17,31 @@ void append(std::vector<std::uint8_t>& bytes, const std::vector<std::uint8_t>& m
     bytes.insert(bytes.end(), more.begin(), more.end());
 }
 
-bool startsWith(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> start) {
-    return start.size() <= bytes.size() && std::equal(start.begin(), start.end(), bytes.begin());
-}
-
 } // namespace
 
 TagStream::TagStream(std::shared_ptr<TagReader> reader, TagSpeech speech)
-    : reader_(std::move(reader)), instructions_(*reader_), lines_(*reader_), speech_(speech) {}
+    : reader_(std::move(reader)), instructions_(*reader_), lineProtocol_(*reader_),
+      speech_(speech) {}
 
 void TagStream::fail(StreamFault fault, int count, int after) {
     if (fault == StreamFault::None)
         troubles_.clear();
     else
-        troubles_.push_back({fault, kFailure, count, after});
+        troubles_.add({fault, kFailure}, count, after);
 }
 
 void TagStream::replyStatus(std::uint8_t sw1, std::uint8_t sw2, int count) {
-    troubles_.push_back({StreamFault::WrongStatus, {sw1, sw2}, count, 0});
+    troubles_.add({StreamFault::WrongStatus, {sw1, sw2}}, count, 0);
 }
 
 void TagStream::refuse(std::uint8_t sw1, std::uint8_t sw2, int count) {
-    troubles_.push_back({StreamFault::WrongProcedureByte, {sw1, sw2}, count, 0});
-}
-
-void TagStream::replyWith(std::vector<std::uint8_t> header, std::vector<std::uint8_t> data) {
-    fixedReplies_.emplace(fixedReplies_.begin(), std::move(header), std::move(data));
+    troubles_.add({StreamFault::WrongProcedureByte, {sw1, sw2}}, count, 0);
 }
 
 void TagStream::restart() {
     state_ = State::Idle;
     bytes_.clear();
-    lines_.dropLine();
+    lineProtocol_.dropLine();
 }
 
 std::vector<std::uint8_t> TagStream::receive(std::span<const std::uint8_t> bytes) {
@@ -78,7 +71,7 @@ TagStream::Bytes TagStream::takeIdle(std::uint8_t byte) {
     }
     if (speech_ == TagSpeech::Frames)
         return {};
-    const std::string text = lines_.take(static_cast<char>(byte));
+    const std::string text = lineProtocol_.take(static_cast<char>(byte));
     return {text.begin(), text.end()};
 }
 
@@ -93,14 +86,14 @@ bool TagStream::isHeaderWhole() const {
 }
 
 bool TagStream::understandsFrame() const {
-    return speech_ != TagSpeech::Lines || startsWith(bytes_, kProbe);
+    return speech_ != TagSpeech::Lines || std::ranges::equal(bytes_, kProbe);
 }
 
 TagStream::Bytes TagStream::answerHeader() {
     ++commands_;
     state_ = State::Idle;
     header_ = {bytes_[0], bytes_[1], bytes_[2], bytes_[3]};
-    trouble_ = nextTrouble();
+    trouble_ = troubles_.next();
     if (trouble_.fault == StreamFault::Silence || !understandsFrame())
         return {};
     if (trouble_.fault == StreamFault::WrongProcedureByte)
@@ -116,16 +109,15 @@ TagStream::Bytes TagStream::answerHeader() {
     return answer;
 }
 
-// The last data of a header whose answer is fixed, in the instruction's own form.
+// Fixed data comes in the instruction's own form.
 TagOutcome TagStream::outcome() {
     TagOutcome result = instructions_.run(header_);
-    const auto fixed = std::find_if(fixedReplies_.begin(), fixedReplies_.end(),
-                                    [this](auto& row) { return startsWith(bytes_, row.first); });
-    if (fixed == fixedReplies_.end())
+    const Bytes* const fixed = fixedData_.find(bytes_);
+    if (!fixed)
         return result;
     if (result.form == TagForm::Refused)
         result = {TagForm::Read, {}, {}};
-    result.data = fixed->second;
+    result.data = *fixed;
     return result;
 }
 
@@ -171,20 +163,6 @@ TagStream::Bytes TagStream::spoil(Bytes answer) {
         std::generate(answer.begin(), answer.end(),
                       [this] { return static_cast<std::uint8_t>(random_()); });
     return answer;
-}
-
-TagStream::Trouble TagStream::nextTrouble() {
-    if (troubles_.empty())
-        return {};
-    Trouble& next = troubles_.front();
-    if (next.after > 0) {
-        --next.after;
-        return {};
-    }
-    const Trouble trouble = next;
-    if (--next.count <= 0)
-        troubles_.pop_front();
-    return trouble;
 }
 
 } // namespace zel::sim

@@ -4,13 +4,13 @@
 #pragma once
 
 #include "sim/tag/instructions.h"
-#include "sim/tag/lines.h"
+#include "sim/tag/line_protocol.h"
+#include "sim/wire/fault_queue.h"
+#include "sim/wire/fixed_replies.h"
 #include "sim/wire/stream_device.h"
 
 #include <cstdint>
-#include <deque>
 #include <memory>
-#include <optional>
 #include <random>
 #include <span>
 #include <utility>
@@ -36,7 +36,7 @@ public:
     explicit TagStream(std::shared_ptr<TagReader> reader, TagSpeech speech = TagSpeech::Both);
 
     TagReader& reader() { return *reader_; }
-    TagLines& lines() { return lines_; }
+    TagLineProtocol& lineProtocol() { return lineProtocol_; }
 
     // Frames whose header came whole, those that went wrong among them.
     int commands() const { return commands_; }
@@ -52,7 +52,9 @@ public:
 
     // Delivers this data to each frame whose bytes behind the class byte begin so, an unknown one
     // too; the last one counts.
-    void replyWith(std::vector<std::uint8_t> header, std::vector<std::uint8_t> data);
+    void replyWith(std::vector<std::uint8_t> header, std::vector<std::uint8_t> data) {
+        fixedData_.add(std::move(header), std::move(data));
+    }
 
     std::vector<std::uint8_t> receive(std::span<const std::uint8_t> bytes) override;
     void restart() override;
@@ -63,8 +65,6 @@ private:
     struct Trouble {
         StreamFault fault = StreamFault::None;
         TagStatus status = kFailure;
-        int count = 0;
-        int after = 0;
     };
 
     Bytes take(std::uint8_t byte);
@@ -78,18 +78,17 @@ private:
     bool understandsFrame() const;
     bool isHeaderWhole() const;
     TagOutcome outcome();
-    Trouble nextTrouble();
 
     std::shared_ptr<TagReader> reader_;
     TagInstructions instructions_;
-    TagLines lines_;
+    TagLineProtocol lineProtocol_;
     TagSpeech speech_;
     State state_ = State::Idle;
     Bytes bytes_; // of the header, then of the data
     TagHeader header_;
     Trouble trouble_; // of the frame under way
-    std::deque<Trouble> troubles_;
-    std::vector<std::pair<Bytes, Bytes>> fixedReplies_;
+    FaultQueue<Trouble> troubles_;
+    FixedReplies<Bytes, Bytes> fixedData_;
     std::mt19937 random_;
     int commands_ = 0;
 };

@@ -2,28 +2,13 @@
 // The simulated bus behind the library's USB seam.
 #include "sim/wire/usb_bus.h"
 
+#include "sim/wire/byte_text.h"
+
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
 namespace zel::sim {
-
-namespace {
-
-constexpr std::size_t kShortAnswer = 3; // bytes
-
-std::string hex(std::span<const std::uint8_t> bytes) {
-    std::string text;
-    char pair[4];
-    for (const std::uint8_t byte : bytes) {
-        std::snprintf(pair, sizeof pair, "%s%02X", text.empty() ? "" : " ", byte);
-        text += pair;
-    }
-    return text;
-}
-
-} // namespace
 
 UsbBus& usbBus() {
     static UsbBus* const bus = new UsbBus;
@@ -108,12 +93,12 @@ struct BusBackend {
             return 0;
         UsbBus::Port& port = bus.ports_[entry->port];
         std::vector<std::uint8_t> reply(static_cast<std::size_t>(*size));
-        const Fault fault = bus.nextFault(port, false);
+        const Fault fault = port.faults.nextFetch();
         if (!UsbBus::fetch(port, fault, reportId, reply)) {
             bus.note("! no answer");
             return 0;
         }
-        bus.spoil(fault, reply);
+        spoil(reply, fault, bus.random_);
         *size = static_cast<long>(reply.size());
         bus.traceExchange(port, '<', reply, "");
         bus.noteRemark(port);
@@ -156,15 +141,6 @@ void UsbBus::replug(std::size_t port) {
     ports_.at(port).device->powerUp();
 }
 
-void UsbBus::failOpens(std::size_t port, bool fails) { ports_.at(port).opensFail = fails; }
-
-void UsbBus::fail(std::size_t port, Fault fault, int count, int after) {
-    Port& target = ports_.at(port);
-    target.fault = fault;
-    target.faultsLeft = count;
-    target.faultsAfter = after;
-}
-
 int UsbBus::openHandles() const {
     return static_cast<int>(std::count_if(handles_.begin(), handles_.end(),
                                           [](const Handle& handle) { return handle.open; }));
@@ -182,25 +158,11 @@ void UsbBus::note(const std::string& line) {
 
 std::string UsbBus::takeTrace() { return std::exchange(trace_, {}); }
 
-void UsbBus::failExchange(std::size_t port, int n, int count) {
-    Port& target = ports_.at(port);
-    target.failsFrom = target.exchanges + n;
-    target.failsLeft = count;
-}
-
-bool UsbBus::isExchangeFailed(Port& port) {
-    ++port.exchanges;
-    if (port.failsLeft == 0 || port.exchanges < port.failsFrom)
-        return false;
-    --port.failsLeft;
-    return true;
-}
-
 bool UsbBus::deliver(Port& port, std::uint8_t reportId, std::span<const std::uint8_t> payload) {
-    const bool isFailed = isExchangeFailed(port);
+    const bool isFailed = port.faults.countExchange();
     if (!port.present)
         return false;
-    if (nextFault(port, true) == Fault::SendRefused || isFailed) {
+    if (port.faults.nextSend() == Fault::SendRefused || isFailed) {
         port.device->sendLost(payload);
         return false;
     }
@@ -215,37 +177,13 @@ void UsbBus::noteRemark(Port& port) {
 }
 
 bool UsbBus::fetch(Port& port, Fault fault, std::uint8_t reportId, std::span<std::uint8_t> reply) {
-    const bool isFailed = isExchangeFailed(port);
+    const bool isFailed = port.faults.countExchange();
     if (!port.present)
         return false;
     if (fault != Fault::NoAnswer && !isFailed)
         return port.device->answer(reportId, reply);
     port.device->replyLost();
     return false;
-}
-
-void UsbBus::spoil(Fault fault, std::vector<std::uint8_t>& reply) {
-    const auto randomByte = [this] { return static_cast<std::uint8_t>(random_()); };
-    if (fault == Fault::ShortAnswer)
-        reply.resize(std::min(reply.size(), kShortAnswer));
-    if (fault == Fault::WrongByte && !reply.empty())
-        reply[random_() % reply.size()] ^= static_cast<std::uint8_t>(1 + random_() % 255);
-    if (fault == Fault::Garbage)
-        std::generate(reply.begin(), reply.end(), randomByte);
-    if (fault == Fault::AllOnes)
-        std::fill(reply.begin(), reply.end(), std::uint8_t{0xFF});
-}
-
-// A fault counts the exchanges of its own direction only.
-Fault UsbBus::nextFault(Port& port, bool isSend) {
-    if (port.faultsLeft == 0 || isSend != (port.fault == Fault::SendRefused))
-        return Fault::None;
-    if (port.faultsAfter > 0) {
-        --port.faultsAfter;
-        return Fault::None;
-    }
-    --port.faultsLeft;
-    return port.fault;
 }
 
 UsbBus::Handle* UsbBus::find(void* handle) {
@@ -261,7 +199,7 @@ void UsbBus::traceExchange(const Port& port, char direction, std::span<const std
         return;
     const auto which = &port - ports_.data();
     std::string line = ports_.size() > 1 ? std::to_string(which) : "";
-    line = line + direction + ' ' + hex(bytes);
+    line = line + direction + ' ' + hexOf(bytes);
     if (!name.empty())
         line.append("  ").append(name);
     note(line);

@@ -6,27 +6,16 @@
 #pragma once
 
 #include "sim/wire/device.h"
+#include "sim/wire/scripted_faults.h"
 #include "transport/usb_backend.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 namespace zel::sim {
-
-// What goes wrong with the exchanges of a device.
-enum class Fault {
-    None,
-    SendRefused, // a report can't be set
-    NoAnswer,    // a report can't be fetched
-    ShortAnswer, // three bytes of the reply arrive
-    WrongByte,   // one byte of the reply, any of them, is another
-    Garbage,     // the reply is random bytes
-    AllOnes,     // the reply is 0xFF everywhere
-};
 
 struct UsbIdentity {
     std::uint16_t vendor = 0;
@@ -53,15 +42,19 @@ public:
     void replug(std::size_t port);
 
     // Lets a device's opens fail, or its next `count` exchanges after the first `after` ones.
-    void failOpens(std::size_t port, bool fails);
-    void fail(std::size_t port, Fault fault, int count = 1, int after = 0);
+    void failOpens(std::size_t port, bool fails) { ports_.at(port).opensFail = fails; }
+    void fail(std::size_t port, Fault fault, int count = 1, int after = 0) {
+        ports_.at(port).faults.fail(fault, count, after);
+    }
 
     // Lets the n-th exchange from now on fail, a send or a get, and `count` - 1 more behind it; the
     // next exchange is the first. Apart from fail().
-    void failExchange(std::size_t port, int n, int count = 1);
+    void failExchange(std::size_t port, int n, int count = 1) {
+        ports_.at(port).faults.failExchange(n, count);
+    }
 
     // Sends and gets since the device was plugged in, those that failed among them.
-    int exchanges(std::size_t port) const { return ports_.at(port).exchanges; }
+    int exchanges(std::size_t port) const { return ports_.at(port).faults.exchanges(); }
 
     // Starts the random bytes of the faults anew.
     void seed(std::uint32_t number) { random_.seed(number); }
@@ -82,23 +75,15 @@ private:
         UsbIdentity identity;
         bool present = true;
         bool opensFail = false;
-        Fault fault = Fault::None;
-        int faultsLeft = 0;
-        int faultsAfter = 0;
-        int exchanges = 0;
-        int failsFrom = 0; // number of the first exchange that fails
-        int failsLeft = 0;
+        ScriptedFaults faults = {};
     };
     struct Handle {
         std::size_t port;
         bool open;
     };
 
-    Fault nextFault(Port& port, bool isSend);
-    static bool isExchangeFailed(Port& port);
     static bool fetch(Port& port, Fault fault, std::uint8_t reportId,
                       std::span<std::uint8_t> reply);
-    void spoil(Fault fault, std::vector<std::uint8_t>& reply);
     bool deliver(Port& port, std::uint8_t reportId, std::span<const std::uint8_t> payload);
     void noteRemark(Port& port);
     Handle* find(void* handle);

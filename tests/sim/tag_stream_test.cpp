@@ -53,11 +53,11 @@ TEST_F(StreamFrame, IsForgottenWhenTheLineIsOpenedAnew) {
 }
 
 TEST_F(StreamFrame, EndsALineThatWasBegun) {
-    stream_->lines().setEcho(false);
+    stream_->lineProtocol().setEcho(false);
     write("ZTAG:V");
     EXPECT_EQ(say(kBlock0), kBlock0Answer);
     write("AR\r");
-    EXPECT_EQ(stream_->lines().takeHeard(), std::vector<std::string>{"AR"});
+    EXPECT_EQ(stream_->lineProtocol().takeHeard(), std::vector<std::string>{"AR"});
 }
 
 TEST_F(StreamFrame, OfAReaderOfLinesIsAnsweredToTheProbeAlone) {
@@ -70,7 +70,7 @@ TEST_F(StreamFrame, OfAReaderOfLinesIsAnsweredToTheProbeAlone) {
 TEST_F(StreamFrame, IsAllThatAReaderOfFramesHears) {
     use({}, TagSpeech::Frames);
     EXPECT_EQ(write("\rZTAG:QID.ID\r"), "");
-    EXPECT_EQ(stream_->lines().takeHeard(), std::vector<std::string>{});
+    EXPECT_EQ(stream_->lineProtocol().takeHeard(), std::vector<std::string>{});
     EXPECT_EQ(say(kBlock0), kBlock0Answer);
 }
 

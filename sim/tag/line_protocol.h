@@ -13,9 +13,9 @@
 
 namespace zel::sim {
 
-class TagLines {
+class TagLineProtocol {
 public:
-    explicit TagLines(TagReader& reader) : reader_(reader) {}
+    explicit TagLineProtocol(TagReader& reader) : reader_(reader) {}
 
     // Takes a character; what the reader sends back at once. It echoes until it is told not to, and
     // ends its answers with a prompt when it is told to.

@@ -9,8 +9,8 @@ class TextLine : public zel::test::SpokenStream {
 protected:
     void SetUp() override {
         SpokenStream::SetUp();
-        stream_->lines().setEcho(false);
-        stream_->lines().setPrompt(true);
+        stream_->lineProtocol().setEcho(false);
+        stream_->lineProtocol().setPrompt(true);
     }
 
     // The value of a key in the listing, as it stands.
@@ -34,8 +34,8 @@ protected:
 } // namespace
 
 TEST_F(TextLine, IsEchoedUntilTheReaderIsToldNotTo) {
-    stream_->lines().setEcho(true);
-    stream_->lines().setPrompt(false);
+    stream_->lineProtocol().setEcho(true);
+    stream_->lineProtocol().setPrompt(false);
     EXPECT_EQ(write("\rZTAG:cmd."), "\rZTAG:cmd.");
     EXPECT_EQ(write("echo=0\r"), "echo=0\r");
     EXPECT_EQ(write("ZTAG:cmd.prompt=1\r"), "Norvanex>");
@@ -46,7 +46,7 @@ TEST_F(TextLine, AsksForTheVersion) { EXPECT_EQ(write("\rZTAG:DEV.VER\r"), "{1.4
 
 TEST_F(TextLine, AsksForTheIdentifier) {
     reader_->present(cardOf(0x0123456789, 37));
-    stream_->lines().setIdAge(0x1F4);
+    stream_->lineProtocol().setIdAge(0x1F4);
     EXPECT_EQ(write("\rZTAG:QID.ID\r"), "{1F4,0,0,37;123456789}\rNorvanex>");
     reader_->removeCard();
     EXPECT_EQ(write("\rZTAG:QID.ID\r"), "{1F4,0,0,0;0}\rNorvanex>");
@@ -77,15 +77,15 @@ TEST_F(TextLine, ThatMeansNothingIsAnError) {
 
 TEST_F(TextLine, IsRemembered) {
     write("\rztag:out.led=3\rZTAG:VAR\r");
-    EXPECT_EQ(stream_->lines().takeHeard(),
+    EXPECT_EQ(stream_->lineProtocol().takeHeard(),
               (std::vector<std::string>{"ztag:out.led=3", "ZTAG:VAR"}));
-    EXPECT_EQ(stream_->lines().takeHeard(), std::vector<std::string>{});
+    EXPECT_EQ(stream_->lineProtocol().takeHeard(), std::vector<std::string>{});
 }
 
 TEST_F(TextLine, IsAnsweredAsATestWants) {
-    stream_->lines().setListing("ZTAG:a=1\r");
-    stream_->lines().setIdAnswer("{");
-    stream_->lines().setVersionAnswer("{F.15.15}");
+    stream_->lineProtocol().setListing("ZTAG:a=1\r");
+    stream_->lineProtocol().setIdAnswer("{");
+    stream_->lineProtocol().setVersionAnswer("{F.15.15}");
     EXPECT_EQ(write("ZTAG:VAR\r"), "ZTAG:a=1\rNorvanex>");
     EXPECT_EQ(write("ZTAG:QID.ID\r"), "{Norvanex>");
     EXPECT_EQ(write("ZTAG:DEV.VER\r"), "{F.15.15}Norvanex>");

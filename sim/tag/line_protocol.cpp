@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The commands of the line protocol.
-#include "sim/tag/lines.h"
+#include "sim/tag/line_protocol.h"
 
+#include "sim/tag/commands.h"
 #include "sim/tag/variables.h"
 
 #include <cstdio>
@@ -22,7 +23,7 @@ std::string assignment(std::string_view key, bool value) {
 
 } // namespace
 
-std::string TagLines::take(char character) {
+std::string TagLineProtocol::take(char character) {
     std::string back(echoes_ ? 1 : 0, character);
     if (character != '\r') {
         line_ += character;
@@ -38,13 +39,13 @@ std::string TagLines::take(char character) {
     return back;
 }
 
-std::string TagLines::answer(std::string_view line) {
+std::string TagLineProtocol::answer(std::string_view line) {
     if (!line.starts_with(kPrefix) && !line.starts_with(kLowerPrefix))
         return std::string(kError);
     return carryOut(line.substr(kPrefix.size()));
 }
 
-std::string TagLines::carryOut(std::string_view command) {
+std::string TagLineProtocol::carryOut(std::string_view command) {
     if (const std::size_t sign = command.find('='); sign != std::string_view::npos)
         return assign(command.substr(0, sign), command.substr(sign + 1));
     if (command == "VAR")
@@ -55,12 +56,12 @@ std::string TagLines::carryOut(std::string_view command) {
         return idAnswer_ ? *idAnswer_ : identifier();
     if (command != "CFG.RESET")
         return std::string(kError);
-    reader_.run({0xA0});
+    reader_.run({opcode::kFactoryDefaults});
     return {};
 }
 
 // There is no commit in this protocol: what is assigned is kept.
-std::string TagLines::assign(std::string_view key, std::string_view text) {
+std::string TagLineProtocol::assign(std::string_view key, std::string_view text) {
     const std::optional<unsigned> value = tagVariableValue(text);
     if (!value)
         return std::string(kError);
@@ -70,22 +71,22 @@ std::string TagLines::assign(std::string_view key, std::string_view text) {
     } else if (key == "cmd.prompt") {
         prompts_ = number != 0;
     } else if (key == "out.beep.short" || key == "out.beep.long") {
-        const bool isLong = key == "out.beep.long";
-        reader_.run({0x8C, 3, static_cast<std::uint8_t>(number | (isLong ? kLongBeep : 0))});
+        const int code = number | (key == "out.beep.long" ? kLongBeep : 0);
+        reader_.run({opcode::kService, service::kBeep, static_cast<std::uint8_t>(code)});
     } else if (setTagVariable(reader_, key, *value)) {
-        reader_.run({0x90});
+        reader_.run({opcode::kCommit});
     } else {
         return std::string(kError);
     }
     return {};
 }
 
-std::string TagLines::listing() const {
+std::string TagLineProtocol::listing() const {
     return assignment("cmd.echo", echoes_) + assignment("cmd.prompt", prompts_) +
            tagVariableLines(reader_);
 }
 
-std::string TagLines::version() const {
+std::string TagLineProtocol::version() const {
     const unsigned id = reader_.deviceId();
     char text[32];
     std::snprintf(text, sizeof text, "{%X.%u.%u}\r", id >> 8, id >> 4 & 0x0F, id & 0x0F);
@@ -93,14 +94,14 @@ std::string TagLines::version() const {
 }
 
 // The second and the third number mean nothing to the model.
-std::string TagLines::identifier() {
+std::string TagLineProtocol::identifier() {
     unsigned long long id = 0;
-    const TagBlock bytes = reader_.run({0x8F});
+    const TagBlock bytes = reader_.run({opcode::kIdentifier});
     for (unsigned byte = 0; byte < bytes.size(); ++byte)
         id |= static_cast<unsigned long long>(bytes[byte]) << 8 * byte;
     char text[64];
     std::snprintf(text, sizeof text, "{%X,0,0,%u;%llX}\r", idAge_,
-                  static_cast<unsigned>(reader_.run({0x8E})[0]), id);
+                  static_cast<unsigned>(reader_.run({opcode::kBitCount})[0]), id);
     return text;
 }
 

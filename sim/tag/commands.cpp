@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Names of commands and of their sub-commands. A # of a name stands for the next argument.
-#include "sim/tag/names.h"
+#include "sim/tag/commands.h"
 
 #include "sim/tag/settings.h"
 
@@ -68,9 +68,9 @@ bool matches(const CommandName& row, const TagBlock& command) {
 
 } // namespace
 
-std::string tagCommandName(std::span<const std::uint8_t> command) {
+std::string tagCommandName(std::span<const std::uint8_t> payload) {
     TagBlock bytes = {};
-    std::copy_n(command.begin(), std::min(command.size(), bytes.size()), bytes.begin());
+    std::copy_n(payload.begin(), std::min(payload.size(), bytes.size()), bytes.begin());
     const auto row = std::find_if(std::begin(kNames), std::end(kNames),
                                   [&](const CommandName& name) { return matches(name, bytes); });
     if (row == std::end(kNames))

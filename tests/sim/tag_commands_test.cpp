@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What a trace calls the commands of a simulated reader.
-#include "sim/tag/names.h"
+#include "sim/tag/commands.h"
 
 #include "tests/sim/simulated_reader.h"
 
