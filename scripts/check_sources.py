@@ -36,7 +36,7 @@ MAP = {
     "sim/demo": {"sim/wire/", "sim/tag/"},
     "sim/bridge": {"sim/wire/", "sim/tag/", "sim/demo/"},
     "cli/command": set(),
-    "cli/device": {"cli/command/", "sim/demo/demo.h"},
+    "cli/device": {"cli/command/", "sim/demo/bench.h"},
     "cli/file": {"cli/command/"},
     "cli/card": {"cli/command/", "cli/device/"},
     "cli/config": TABLES | {"cli/command/", "cli/device/", "cli/file/", STATE_HEADER},

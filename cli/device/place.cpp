@@ -7,7 +7,7 @@
 #include "cli/device/network.h"
 #include "cli/device/serial_line.h"
 #include "frame/zelTagAPI.h"
-#include "sim/demo/demo.h"
+#include "sim/demo/bench.h"
 
 #include <fmt/format.h>
 

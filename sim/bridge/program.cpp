@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // zelsim-bridge: the demonstration reader behind a network bridge, for who develops against one.
 #include "sim/bridge/arguments.h"
-#include "sim/demo/demo_reader.h"
+#include "sim/demo/reader.h"
 
 #include <cerrno>
 #include <csignal>

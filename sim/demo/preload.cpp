@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Preloaded into an application, gives it the demonstration reader in place of real devices:
 //     LD_PRELOAD=libzelsim.so application
-#include "sim/demo/demo.h"
+#include "sim/demo/bench.h"
 
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the simulated reader delivers beside the identifier in its field.
-#include "sim/demo/demo.h"
+#include "sim/demo/bench.h"
 #include "tests/sim/simulated_reader.h"
 
 using namespace zel::sim;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The simulated reader by itself, against its wire format.
-#include "sim/demo/demo.h"
+#include "sim/demo/bench.h"
 #include "tests/sim/simulated_reader.h"
 
 using namespace zel::sim;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The demonstration reader and its cards.
-#include "sim/demo/demo_reader.h"
+#include "sim/demo/reader.h"
 
 #include "sim/tag/reader.h"
 #include "sim/wire/clock.h"

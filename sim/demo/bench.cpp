@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The demonstration bench on the simulated bus.
-#include "sim/demo/demo.h"
+#include "sim/demo/bench.h"
 
 #include "sim/tag/reader.h"
 #include "sim/wire/usb_bus.h"

@@ -2,7 +2,7 @@
 // The demonstration bench: the demonstration reader on the simulated bus.
 #pragma once
 
-#include "sim/demo/demo_reader.h"
+#include "sim/demo/reader.h"
 
 namespace zel::sim {
 
