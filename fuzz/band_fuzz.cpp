@@ -4,7 +4,7 @@
 #include "cfgfile/band_file.h"
 #include "frame/zelTagFiles.h"
 #include "frame/zelTagState.h"
-#include "fuzz/input_file.h"
+#include "fuzz/target.h"
 
 #include <cstring>
 #include <memory>

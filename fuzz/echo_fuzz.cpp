@@ -5,7 +5,7 @@
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"
 #include "frame/zelTagState.h"
-#include "fuzz/input_file.h"
+#include "fuzz/target.h"
 
 #include <cstring>
 #include <memory>

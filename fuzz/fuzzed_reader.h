@@ -4,7 +4,7 @@
 
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagState.h"
-#include "fuzz/input_file.h"
+#include "fuzz/target.h"
 #include "sim/tag/reader.h"
 #include "sim/wire/usb_bus.h"
 

@@ -3,7 +3,7 @@
 // what follows.
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"
-#include "fuzz/input_file.h"
+#include "fuzz/target.h"
 
 #include <cstring>
 #include <iterator>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An input of the fuzzer as a file that has a path and stands on no disk.
+// What a fuzz target stands on: its input as a file, and facts that have to hold.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +11,7 @@
 
 namespace zel::fuzz {
 
+// Has a path and stands on no disk.
 class InputFile {
 public:
     explicit InputFile(std::string_view text)
