@@ -65,23 +65,23 @@ TagOutcome TagInstructions::run(const TagHeader& header) {
     if (canWrite(header))
         return done(TagForm::Write);
     switch (header.ins) {
-    case 0x00:
+    case instruction::kIdentifier:
         return identifier(header.length);
-    case 0x01:
+    case instruction::kBlock:
         return block(header);
-    case 0x02:
+    case instruction::kCommit:
         return acknowledged(reader_.run({opcode::kCommit, header.p1}));
-    case 0x03:
+    case instruction::kFactoryDefaults:
         return acknowledged(reader_.run({opcode::kFactoryDefaults}));
-    case 0x04:
+    case instruction::kLuid:
         return luid(header);
-    case 0x09:
+    case instruction::kMulti:
         return multi(header);
-    case 0x0A:
+    case instruction::kFields:
         return hasExtendedFields() && header.p1 == 0 ? fields(header.length) : TagOutcome{};
-    case 0x0C:
+    case instruction::kService:
         return service(header);
-    case 0x0D:
+    case instruction::kSpeed:
         return speed(header);
     default:
         return {};
@@ -183,13 +183,13 @@ TagOutcome TagInstructions::speed(const TagHeader& header) {
 
 bool TagInstructions::canWrite(const TagHeader& header) const {
     switch (header.ins) {
-    case 0x06:
+    case instruction::kWriteLuid:
         return true;
-    case 0x0A:
+    case instruction::kFields:
         return !hasExtendedFields() && header.p1 == 0 && header.p2 == 0;
-    case 0x81:
+    case instruction::kWriteBlock:
         return header.p1 < 4 || (header.p1 == 4 && reader_.options().isTagPlus());
-    case 0x8A:
+    case instruction::kWriteFields:
         return hasExtendedFields() && header.p1 == 0 &&
                (header.p2 == 0 || header.p2 == 0x01 || header.p2 == 0x11);
     default:
@@ -200,10 +200,10 @@ bool TagInstructions::canWrite(const TagHeader& header) const {
 void TagInstructions::write(const TagHeader& header, std::span<const std::uint8_t> data) {
     const TagBlock bytes = bytesOf(data);
     switch (header.ins) {
-    case 0x06:
+    case instruction::kWriteLuid:
         reader_.write({opcode::kLuid}, {0, bytes[0], bytes[1]});
         break;
-    case 0x81:
+    case instruction::kWriteBlock:
         reader_.write({static_cast<std::uint8_t>(opcode::kBlock0 + header.p1)}, bytes);
         break;
     default:

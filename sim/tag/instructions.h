@@ -10,6 +10,22 @@
 
 namespace zel::sim {
 
+// The first byte of a header.
+namespace instruction {
+constexpr std::uint8_t kIdentifier = 0x00;
+constexpr std::uint8_t kBlock = 0x01;
+constexpr std::uint8_t kCommit = 0x02;
+constexpr std::uint8_t kFactoryDefaults = 0x03;
+constexpr std::uint8_t kLuid = 0x04;
+constexpr std::uint8_t kWriteLuid = 0x06;
+constexpr std::uint8_t kMulti = 0x09; // TagPlus commands; fields in the old form
+constexpr std::uint8_t kFields = 0x0A;
+constexpr std::uint8_t kService = 0x0C;
+constexpr std::uint8_t kSpeed = 0x0D;
+constexpr std::uint8_t kWriteBlock = 0x81;
+constexpr std::uint8_t kWriteFields = 0x8A; // in the new form; in the old one it is kFields
+} // namespace instruction
+
 struct TagHeader {
     std::uint8_t ins = 0;
     std::uint8_t p1 = 0;

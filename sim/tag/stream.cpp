@@ -2,6 +2,8 @@
 // Frames byte by byte: class byte, header, procedure byte, data, status word.
 #include "sim/tag/stream.h"
 
+#include "sim/tag/commands.h"
+
 #include <algorithm>
 
 namespace zel::sim {
@@ -11,7 +13,7 @@ namespace {
 constexpr std::uint8_t kClass = 0xFA;
 constexpr std::size_t kHeader = 4;
 constexpr std::size_t kMoveHeader = 6;
-constexpr std::uint8_t kProbe[kHeader] = {0x04, 0xED, 0xED, 4};
+constexpr std::uint8_t kProbe[kHeader] = {instruction::kLuid, 0xED, 0xED, 4};
 
 void append(std::vector<std::uint8_t>& bytes, const std::vector<std::uint8_t>& more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
@@ -81,7 +83,8 @@ TagStream::Bytes TagStream::takeHeader(std::uint8_t byte) {
 }
 
 bool TagStream::isHeaderWhole() const {
-    const bool isMove = bytes_.size() > 1 && bytes_[0] == 0x09 && bytes_[1] == 0x82;
+    const bool isMove =
+        bytes_.size() > 1 && bytes_[0] == instruction::kMulti && bytes_[1] == multi::kMoveSet;
     return bytes_.size() == (isMove ? kMoveHeader : kHeader);
 }
 
