@@ -4,8 +4,8 @@
 
 #include "cli/command/output.h"
 #include "cli/device/diagnosis.h"
-#include "cli/device/network.h"
 #include "cli/device/serial_line.h"
+#include "cli/network/bridge.h"
 #include "frame/zelTagAPI.h"
 #include "sim/demo/bench.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Names of hosts, and the connection that is tried before the library's.
-#include "cli/device/network.h"
+#include "cli/network/bridge.h"
 
 #include "sim/bridge/socket.h"
 #include "tests/support/loopback.h"

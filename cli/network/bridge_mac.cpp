@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Asks a bridge for its MAC address and knows the one that stands for no answer.
-#include "cli/device/bridge_mac.h"
+#include "cli/network/bridge_mac.h"
 
 #include "frame/zelTagAPI.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Resolves names and tries a TCP connection before the library does.
-#include "cli/device/network.h"
+#include "cli/network/bridge.h"
 
 #include "frame/zelTagAPI.h"
 

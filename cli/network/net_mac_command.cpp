@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // `zeltag net mac`: the MAC address of a network bridge.
 #include "cli/command/command.h"
-#include "cli/device/bridge_mac.h"
-#include "cli/device/network.h"
+#include "cli/network/bridge.h"
+#include "cli/network/bridge_mac.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -3,7 +3,7 @@
 #include "cli/command/address.h"
 #include "cli/command/command.h"
 #include "cli/command/interrupt.h"
-#include "cli/device/bridge_mac.h"
+#include "cli/network/bridge_mac.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
