@@ -2,7 +2,7 @@
 // Fetches the card data and prints it, a block a line, with its text if it is one.
 #include "cli/card/card_data.h"
 
-#include "cli/device/configuration.h"
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>

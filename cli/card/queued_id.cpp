@@ -3,7 +3,7 @@
 #include "cli/card/queued_id.h"
 
 #include "cli/card/identifier.h"
-#include "cli/device/configuration.h"
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <fmt/format.h>

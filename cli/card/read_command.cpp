@@ -9,6 +9,7 @@
 #include "cli/command/wait_option.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -19,13 +20,6 @@ namespace zel::cli {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-Failure readsStripes() {
-    const Device device = activeDevice();
-    return {ExitCode::Failed,
-            fmt::format("{} is a {}: its cards are swiped", device.name, activeProduct()),
-            "use `zeltag swipe`", device.name};
-}
 
 Failure noCard(const Device& device) {
     return {ExitCode::NothingCame, "no card in the field of " + device.name,
@@ -61,7 +55,7 @@ public:
         if (connection.failure())
             return connection.failure();
         if (isStripe())
-            return readsStripes();
+            return wrongProduct("its cards are swiped", "use `zeltag swipe`");
         const Device device = activeDevice();
         if (queued_)
             return readQueuedId(device, options, output);

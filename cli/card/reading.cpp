@@ -2,6 +2,7 @@
 // Reads the card in the field and puts it into words.
 #include "cli/card/reading.h"
 
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <fmt/format.h>
@@ -36,7 +37,7 @@ Failure readFailed(const Device& device, const Reading& reading) {
     return {ExitCode::Failed,
             fmt::format("reading {} failed (library error 0x{:X})", device.name,
                         static_cast<std::uint64_t>(reading.error)),
-            "it may have been unplugged: check its cable, then try `zeltag list`", device.name};
+            kMayBeUnplugged, device.name};
 }
 
 std::string cardLine(const Identifier& card, const Device& device) {

@@ -6,9 +6,9 @@
 #include "cli/command/command.h"
 #include "cli/command/interrupt.h"
 #include "cli/command/wait_option.h"
-#include "cli/device/configuration.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
@@ -22,18 +22,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kWait = 10;                  // seconds
-constexpr int kLooksPerTest = 10;             // no data and no answer look alike
-constexpr std::uint64_t kLongestPing = 65535; // ms; an absent reader is told by more
-constexpr char kCheckCable[] =
-    "it may have been unplugged: check its cable, then try `zeltag list`";
+constexpr double kWait = 10;      // seconds
+constexpr int kLooksPerTest = 10; // no data and no answer look alike
 
 Failure noStripe() {
-    const Device device = activeDevice();
-    return {ExitCode::Failed,
-            fmt::format("{} is a {}: it reads no magnetic stripe", device.name, activeProduct()),
-            isTag() ? "`zeltag read` reads its cards" : "`zeltag list` shows the products",
-            device.name};
+    constexpr char kReason[] = "it reads no magnetic stripe";
+    return isTag() ? wrongProduct(kReason, "`zeltag read` reads its cards") : wrongProduct(kReason);
 }
 
 Failure nothingSwiped() {
@@ -104,21 +98,22 @@ private:
 
     // Every so many looks without data, whether the reader still answers.
     static Outcome whyLost(int look) {
-        if (look % kLooksPerTest != 0 || Ping() <= kLongestPing || interrupted())
+        if (look % kLooksPerTest != 0 || pingTime() || interrupted())
             return {};
         const Device device = activeDevice();
-        return Failure{ExitCode::Failed, "no answer from " + device.name, kCheckCable, device.name};
+        return Failure{ExitCode::Failed, "no answer from " + device.name, kMayBeUnplugged,
+                       device.name};
     }
 
     Outcome take(unsigned bits, const Options& options, Output& output) const {
         const auto tracks = fetchTracks(bits);
         if (!tracks)
             return interrupted() ? interruption()
-                                 : deviceFailed("reading the tracks of", kCheckCable);
+                                 : deviceFailed("reading the tracks of", kMayBeUnplugged);
         options.json ? printJson(*tracks, output) : print(*tracks, output);
         return zelBandClearDataAvailable() == 1
                    ? Outcome()
-                   : deviceFailed("clearing the tracks of", kCheckCable);
+                   : deviceFailed("clearing the tracks of", kMayBeUnplugged);
     }
 
     bool isMasked() const { return mask_ || (!noMask_ && isatty(STDOUT_FILENO) != 0); }

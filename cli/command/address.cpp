@@ -2,7 +2,8 @@
 // Reads addresses, ranges of them and ports.
 #include "cli/command/address.h"
 
-#include <charconv>
+#include "cli/command/whole_number.h"
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -12,14 +13,6 @@ namespace {
 
 constexpr std::uint16_t kBridgePort = 10001;
 constexpr std::uint8_t kLastHost = 254;
-
-// The whole text as a number in its range.
-template <class Number> std::optional<Number> numberIn(std::string_view text) {
-    Number number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isWhole = error == std::errc() && end == text.data() + text.size();
-    return isWhole ? std::optional(number) : std::nullopt;
-}
 
 // A last byte of 0 stands for a network and 255 for all of its hosts.
 bool isHost(std::uint8_t lastByte) { return lastByte >= 1 && lastByte <= kLastHost; }
@@ -35,7 +28,7 @@ std::optional<Ipv4> addressIn(std::string_view text) {
     for (std::uint8_t& byte : address) {
         const bool isLast = &byte == &address.back();
         const std::size_t end = isLast ? text.size() : text.find('.');
-        const auto number = numberIn<std::uint8_t>(text.substr(0, end));
+        const auto number = wholeNumber<std::uint8_t>(text.substr(0, end));
         if (!number || end == text.npos)
             return {};
         byte = *number;
@@ -48,7 +41,7 @@ std::optional<Endpoint> endpointIn(std::string_view text) {
     const std::size_t colon = text.find(':');
     const std::string host(text.substr(0, colon));
     const auto port = colon == text.npos ? std::optional(kBridgePort)
-                                         : numberIn<std::uint16_t>(text.substr(colon + 1));
+                                         : wholeNumber<std::uint16_t>(text.substr(colon + 1));
     if (host.empty() || !port || *port == 0)
         return {};
     return Endpoint{host, *port};
@@ -66,7 +59,7 @@ std::optional<HostRange> hostsIn(std::string_view text) {
     if (!first)
         return {};
     const auto last = dash == text.npos ? std::optional((*first)[3])
-                                        : numberIn<std::uint8_t>(text.substr(dash + 1));
+                                        : wholeNumber<std::uint8_t>(text.substr(dash + 1));
     if (!last || !isHost((*first)[3]) || !isHost(*last) || *last < (*first)[3])
         return {};
     return HostRange{*first, *last};

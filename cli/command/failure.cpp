@@ -34,7 +34,9 @@ const char* codeName(ExitCode exit) {
     return "failed";
 }
 
-Failure interruption() { return {ExitCode::Interrupted, "", "", ""}; }
+Failure alreadyTold(ExitCode exit) { return {exit, "", "", ""}; }
+
+Failure interruption() { return alreadyTold(ExitCode::Interrupted); }
 
 std::string asLine(const Failure& failure) {
     return failure.hint.empty() ? failure.message : failure.message + "; " + failure.hint;

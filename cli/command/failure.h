@@ -27,6 +27,9 @@ struct Failure {
     std::string device;  // the device's name, when one is meant
 };
 
+// The command said all there is to say.
+Failure alreadyTold(ExitCode exit);
+
 // The user ended the command: nothing needs saying.
 Failure interruption();
 

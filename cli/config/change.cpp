@@ -2,11 +2,11 @@
 // Checks changes before anything is sent, and lets the library check them too.
 #include "cli/config/change.h"
 
+#include "cli/command/whole_number.h"
 #include "cli/config/word_search.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
-#include <charconv>
 #include <fmt/format.h>
 
 namespace zel::cli {
@@ -105,10 +105,8 @@ Outcome prepareRecord(Changes& changes, std::size_t record) {
 std::string keptText(const Change& change) {
     if (!change.kept || *change.kept == change.wanted || isVolatileMark(*change.word))
         return "";
-    const std::string kept = valueText(*change.word, *change.kept);
-    return isTime(*change.word) ? fmt::format(", kept as {}: the reader counts in steps of {} ms",
-                                              kept, change.word->unit)
-                                : fmt::format(", but the reader kept {}", kept);
+    return keptOtherwiseText(valueText(*change.word, *change.kept),
+                             isTime(*change.word) ? change.word->unit : 0);
 }
 
 } // namespace
@@ -117,11 +115,7 @@ std::optional<int> numberIn(std::string_view text) {
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
     if (hexadecimal)
         text.remove_prefix(2);
-    int number = 0;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), number, hexadecimal ? 16 : 10);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole ? std::optional(number) : std::nullopt;
+    return wholeNumber<int>(text, hexadecimal ? 16 : 10);
 }
 
 // The low digit of the library's code is the word's index in its record.

@@ -96,7 +96,7 @@ private:
                                {"differences", toJson(comparison.differences)}});
         else if (!comparison.isEqual())
             print(comparison, output);
-        return comparison.isEqual() ? Outcome() : Failure{ExitCode::Failed, "", "", ""};
+        return comparison.isEqual() ? Outcome() : alreadyTold(ExitCode::Failed);
     }
 
     void print(const Comparison& comparison, Output& output) const {

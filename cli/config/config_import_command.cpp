@@ -77,8 +77,8 @@ private:
             printOutcome(import, import_, output);
         warnOfFailure(import);
         if (import.failure)
-            return told(import.failure->exit);
-        return import.refused.empty() ? Outcome() : told(ExitCode::Failed);
+            return alreadyTold(import.failure->exit);
+        return import.refused.empty() ? Outcome() : alreadyTold(ExitCode::Failed);
     }
 
     // Ctrl-C lets the reader under way finish: half a configuration is worse than none.
@@ -92,9 +92,10 @@ private:
         }
         options.json ? printJson(imports, output) : printTable(imports, import_, output);
         if (interrupted())
-            return told(ExitCode::Interrupted);
-        return std::any_of(imports.begin(), imports.end(), failed) ? Outcome(told(ExitCode::Failed))
-                                                                   : Outcome();
+            return interruption();
+        return std::any_of(imports.begin(), imports.end(), failed)
+                   ? Outcome(alreadyTold(ExitCode::Failed))
+                   : Outcome();
     }
 
     void importOne(Import& import, const Options& options, Output& output) const {
@@ -118,9 +119,6 @@ private:
             list.push_back(toJson(import, import_));
         output.object(Json{{"path", import_.name}, {"devices", list}});
     }
-
-    // What there was to say has been said.
-    static Failure told(ExitCode exit) { return {exit, "", "", ""}; }
 
     ImportOptions import_;
     bool all_ = false;

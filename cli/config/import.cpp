@@ -8,6 +8,7 @@
 #include "cli/device/configuration.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>

@@ -52,10 +52,7 @@ std::string keptText(const Difference& difference) {
     const bool isMark = setting.word && isVolatileMark(*setting.word);
     if (!difference.kept || difference.kept == difference.after || isMark)
         return "";
-    const std::string kept = text(setting, difference.kept);
-    return stepOf(setting) != 0 ? fmt::format(", kept as {}: the reader counts in steps of {} ms",
-                                              kept, stepOf(setting))
-                                : fmt::format(", but the reader kept {}", kept);
+    return keptOtherwiseText(text(setting, difference.kept), stepOf(setting));
 }
 
 std::string lineOf(const Difference& difference) {

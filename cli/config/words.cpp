@@ -133,4 +133,9 @@ std::string valueText(const Word& word, int value) {
     return isTime(word) ? fmt::format("{} ms", value) : std::to_string(value);
 }
 
+std::string keptOtherwiseText(const std::string& kept, int step) {
+    return step != 0 ? fmt::format(", kept as {}: the reader counts in steps of {} ms", kept, step)
+                     : fmt::format(", but the reader kept {}", kept);
+}
+
 } // namespace zel::cli

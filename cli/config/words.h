@@ -55,4 +55,8 @@ Range rangeOf(const Word& word);
 // "1", "1000 ms"
 std::string valueText(const Word& word, int value);
 
+// What stands behind a change when the reader kept another value. `step` is what it counts a time
+// in, in milliseconds; 0 for what is no time.
+std::string keptOtherwiseText(const std::string& kept, int step);
+
 } // namespace zel::cli

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // `zeltag beep`: lets a reader beep at once.
 #include "cli/command/command.h"
-#include "cli/device/configuration.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>

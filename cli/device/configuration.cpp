@@ -4,6 +4,7 @@
 
 #include "cli/command/output.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
@@ -59,14 +60,6 @@ Outcome writeAndReadBack() {
 
 Outcome readBack() {
     return ReadCfg() == 1 ? Outcome() : deviceFailed("reading back", kCheckCable);
-}
-
-Failure deviceFailed(const std::string& what, const std::string& hint) {
-    const Device device = activeDevice();
-    const auto error = static_cast<std::uint64_t>(GetLastLibErr());
-    const std::string word = error == 0 ? "" : fmt::format(" (library error 0x{:X})", error);
-    return {ExitCode::Failed, fmt::format("{} {} failed{}", what, device.name, word), hint,
-            device.name};
 }
 
 } // namespace zel::cli

@@ -39,7 +39,4 @@ private:
 Outcome writeAndReadBack();
 Outcome readBack();
 
-// "WHAT failed (library error 0x...)" of the active device.
-Failure deviceFailed(const std::string& what, const std::string& hint);
-
 } // namespace zel::cli

@@ -5,6 +5,7 @@
 #include "cli/command/output.h"
 #include "cli/device/configuration.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "cli/device/place.h"
 #include "frame/zelTagAPI.h"
 
@@ -44,13 +45,6 @@ Failure unreadable() {
     const Device device = activeDevice();
     return {ExitCode::Failed, "the configuration of " + device.name + " can't be read",
             unreadableHint(device), device.name};
-}
-
-Failure noSettings() {
-    const Device device = activeDevice();
-    return {ExitCode::Failed,
-            fmt::format("{} is a {}: its settings can't be shown", device.name, activeProduct()),
-            "`zeltag list` shows the products", device.name};
 }
 
 // The connect ends at the first configuration that it can't read; the devices behind it are asked
@@ -98,7 +92,7 @@ Outcome connect(const Options& options, Need need) {
 
 Outcome checkSettings() {
     if (!isTag() && !isStripe())
-        return noSettings();
+        return wrongProduct("its settings can't be shown");
     return hasSettings() ? Outcome() : unreadable();
 }
 

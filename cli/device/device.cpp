@@ -9,7 +9,9 @@
 namespace zel::cli {
 
 namespace {
-constexpr std::size_t kNameSize = 512; // what GetDevName() may write
+
+constexpr std::size_t kNameSize = 512;        // what GetDevName() may write
+constexpr std::uint64_t kLongestPing = 65535; // ms; an absent reader is told by more
 
 Place& devicePlace() {
     static Place place;
@@ -46,6 +48,11 @@ std::string activeProduct() {
 bool isTag() { return GetProduct() == ZELTAGAPI_ZELTAG; }
 
 bool isStripe() { return GetProduct() == ZELTAGAPI_ZELBAND; }
+
+std::optional<std::uint64_t> pingTime() {
+    const std::uint64_t time = Ping();
+    return time <= kLongestPing ? std::optional(time) : std::nullopt;
+}
 
 Json toJson(const Device& device) {
     Json object = {{"index", device.index}, {"name", device.name}};

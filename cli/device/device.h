@@ -4,6 +4,8 @@
 
 #include "cli/command/output.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace zel::cli {
@@ -34,6 +36,9 @@ std::string activeProduct();
 // Whether the active device is a proximity reader, and whether it is a magnetic stripe reader.
 bool isTag();
 bool isStripe();
+
+// Milliseconds until the active device answered; nothing when it didn't.
+std::optional<std::uint64_t> pingTime();
 
 // {"index":...,"name":...}, with the place when it isn't on USB.
 Json toJson(const Device& device);

@@ -3,7 +3,7 @@
 #include "cli/command/command.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
-#include "frame/zelTagAPI.h"
+#include "cli/device/failures.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -12,11 +12,8 @@ namespace zel::cli {
 
 namespace {
 
-constexpr std::uint64_t kLongestPing = 65535; // ms; an absent reader is told by more
-
 Failure noAnswer(const Device& device) {
-    return {ExitCode::NothingCame, "no answer from " + device.name,
-            "it may have been unplugged: check its cable, then try `zeltag list`", device.name};
+    return {ExitCode::NothingCame, "no answer from " + device.name, kMayBeUnplugged, device.name};
 }
 
 class PingCommand : public Command {
@@ -30,13 +27,13 @@ public:
         if (connection.failure())
             return connection.failure();
         const Device device = activeDevice();
-        const std::uint64_t time = Ping();
-        if (time > kLongestPing)
+        const auto time = pingTime();
+        if (!time)
             return noAnswer(device);
         if (options.json)
-            output.object(Json{{"device", toJson(device)}, {"milliseconds", time}});
+            output.object(Json{{"device", toJson(device)}, {"milliseconds", *time}});
         else
-            output.line(fmt::format("{} answered in {} ms", device.name, time));
+            output.line(fmt::format("{} answered in {} ms", device.name, *time));
         return {};
     }
 };

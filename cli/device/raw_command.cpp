@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // `zeltag raw`: sends a report of the user's choice and prints the reply.
 #include "cli/command/command.h"
+#include "cli/command/whole_number.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
 #include <array>
-#include <charconv>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
@@ -26,10 +26,7 @@ using Report = std::array<std::uint8_t, kReportSize>;
 std::optional<std::uint8_t> byteIn(std::string_view text) {
     if (text.starts_with("0x") || text.starts_with("0X"))
         text.remove_prefix(2);
-    std::uint8_t byte = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), byte, 16);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole ? std::optional(byte) : std::nullopt;
+    return wholeNumber<std::uint8_t>(text, 16);
 }
 
 Failure noByte(const std::string& word) {

@@ -95,7 +95,7 @@ private:
         if (finding.failure)
             warn(asLine(*finding.failure));
         output.object(toJson(file, finding));
-        return finding.failure ? Failure{finding.failure->exit, "", "", ""} : Outcome();
+        return finding.failure ? alreadyTold(finding.failure->exit) : Outcome();
     }
 
     std::string path_;

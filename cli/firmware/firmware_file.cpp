@@ -2,9 +2,9 @@
 // Lets the library read a firmware file and ask the rules.
 #include "cli/firmware/firmware_file.h"
 
-#include "cli/device/configuration.h"
 #include "cli/device/description.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "cli/file/input_file.h"
 #include "frame/zelTagFiles.h"
 
@@ -71,14 +71,7 @@ Failure explain(const Refusal& refusal, const FirmwareFile& file) {
             hintFor(file), device.name};
 }
 
-Outcome whyNoFirmware() {
-    if (isTag())
-        return {};
-    const Device device = activeDevice();
-    return Failure{ExitCode::Failed,
-                   fmt::format("{} is a {}: it takes no firmware", device.name, activeProduct()),
-                   "`zeltag list` shows the products", device.name};
-}
+Outcome whyNoFirmware() { return isTag() ? Outcome() : wrongProduct("it takes no firmware"); }
 
 bool tellsItsFirmware() { return !activeFirmware().file.empty(); }
 

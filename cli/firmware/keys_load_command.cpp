@@ -2,9 +2,9 @@
 // `zeltag keys load`: sends the key blobs of a file to a reader. Shows none of them.
 #include "cli/command/command.h"
 #include "cli/command/file_progress.h"
-#include "cli/device/configuration.h"
 #include "cli/device/connection.h"
 #include "cli/device/device.h"
+#include "cli/device/failures.h"
 #include "cli/file/input_file.h"
 #include "frame/zelTagAPI.h"
 
@@ -55,13 +55,9 @@ public:
 private:
     // The library tells of the last blob, and doesn't go on behind a section it can't read.
     Outcome load(int blobs) const {
-        const Device device = activeDevice();
         if (!isTag())
-            return Failure{
-                ExitCode::Failed,
-                fmt::format("{} is a {}: it takes no keys", device.name, activeProduct()),
-                "`zeltag list` shows the products", device.name};
-        showProgress(fmt::format("sending {} to {}", count(blobs), device.name));
+            return wrongProduct("it takes no keys");
+        showProgress(fmt::format("sending {} to {}", count(blobs), activeDevice().name));
         if (LoadIniFile(path_.c_str()) == 1)
             return {};
         return deviceFailed("loading " + path_ + " into", kLoadAgain);

@@ -104,7 +104,7 @@ private:
             object.update(Json::parse(asJson(*outcome)));
         }
         output.object(object);
-        return hasFailed ? Failure{outcome->exit, "", "", ""} : outcome;
+        return hasFailed ? alreadyTold(outcome->exit) : outcome;
     }
 
     std::string hosts_;
