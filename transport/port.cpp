@@ -3,7 +3,7 @@
 #include "transport/port.h"
 
 #include "frame/state/state.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 #include "transport/tcp_socket.h"
 #include "transport/terminal.h"
 

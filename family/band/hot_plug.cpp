@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Arrivals and removals, for this family.
+#include "transport/hot_plug.h"
 #include "family/band/band.h"
-#include "transport/device_list.h"
 
 // The name is that of a proximity reader, the ownership asked for this family's own.
 int zelband_ChkAddArrival(const char* name) {

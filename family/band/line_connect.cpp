@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Finds magnetic stripe readers on serial lines and gives each a record.
 #include "family/band/band.h"
+#include "transport/line_scan.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
-#include "transport/port_scan.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 #include <utility>
 

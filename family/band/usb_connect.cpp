@@ -2,7 +2,7 @@
 // Finds magnetic stripe readers on USB, where there are none on lines, and gives each a record.
 #include "family/band/band.h"
 #include "frame/state/state.h"
-#include "transport/found_devices.h"
+#include "transport/usb_scan.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // The sensor's settings in six blocks of eight bytes, to and from the words of its records.
 #pragma once
 
-#include "family/echo/report.h"
+#include "family/echo/feature_report.h"
 #include "frame/zelTagState.h"
 
 namespace zel::echo {

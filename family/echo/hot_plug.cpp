@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Arrivals and removals, for this family.
+#include "transport/hot_plug.h"
 #include "family/echo/echo.h"
-#include "transport/device_list.h"
 
 // What an arrival tells goes to record 0, whichever device that is; the record added stays empty.
 int zelecho_ChkAddArrival(const char* name) {

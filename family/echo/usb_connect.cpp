@@ -3,7 +3,7 @@
 #include "family/echo/echo.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
-#include "transport/found_devices.h"
+#include "transport/usb_scan.h"
 
 using namespace zel;
 

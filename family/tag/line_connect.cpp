@@ -2,10 +2,10 @@
 // Finds proximity readers on serial lines and gives each a record.
 #include "family/tag/tag.h"
 #include "frame/zelTagAPI.h"
+#include "transport/line_scan.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
-#include "transport/port_scan.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 #include "transport/tcp_socket.h"
 
 using namespace zel;

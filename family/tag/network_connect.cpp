@@ -2,9 +2,9 @@
 // Finds proximity readers behind network bridges and gives each a record.
 #include "family/tag/tag.h"
 #include "frame/zelTagAPI.h"
+#include "transport/line_scan.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
-#include "transport/port_scan.h"
 #include "transport/tcp_socket.h"
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 #include "family/tag/tag.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
-#include "transport/found_devices.h"
 #include "transport/tcp_socket.h"
+#include "transport/usb_scan.h"
 
 #include <iterator>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The exported calls by which an application tells of devices that arrive and leave.
+#include "transport/hot_plug.h"
 #include "base/text_by_character.h"
 #include "family/band/band.h"
 #include "family/echo/echo.h"
 #include "family/tag/tag.h"
 #include "frame/calls/dispatch.h"
 #include "frame/zelTagAPI.h"
-#include "transport/device_list.h"
 
 using namespace zel;
 

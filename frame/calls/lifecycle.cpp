@@ -6,7 +6,7 @@
 #include "firmware/messages.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 #include "transport/usb_driver.h"
 
 #include <cstdlib>

@@ -6,7 +6,7 @@
 #include "tests/support/loopback.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 #include <cstring>
 

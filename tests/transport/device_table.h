@@ -5,7 +5,7 @@
 #include "family/tag/tag.h"
 #include "frame/state/state.h"
 #include "tests/support/library_test.h"
-#include "transport/device_list.h"
+#include "transport/hot_plug.h"
 #include "transport/port_objects.h"
 #include "transport/usb_driver.h"
 

@@ -2,7 +2,7 @@
 // The table of paths, the ranges of a scan, and the port objects of the device table.
 #include "tests/transport/port_test.h"
 #include "transport/port_objects.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 #include <cstring>
 #include <initializer_list>

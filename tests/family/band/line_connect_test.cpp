@@ -4,7 +4,7 @@
 #include "tests/family/line_scan.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 #include <cstring>
 

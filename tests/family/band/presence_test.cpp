@@ -4,9 +4,9 @@
 #include "family/band/frame.h"
 #include "tests/family/band/stripe_reader.h"
 #include "tests/family/line_scan.h"
-#include "transport/found_devices.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
+#include "transport/usb_scan.h"
 
 using namespace zel::test;
 

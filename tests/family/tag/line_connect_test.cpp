@@ -3,7 +3,7 @@
 #include "family/tag/tag.h"
 #include "tests/family/line_scan.h"
 #include "transport/port.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 using namespace zel::test;
 

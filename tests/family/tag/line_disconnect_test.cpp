@@ -2,7 +2,7 @@
 // What is left of a proximity reader whose line was closed.
 #include "family/tag/tag.h"
 #include "tests/family/line_scan.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 using namespace zel::test;
 

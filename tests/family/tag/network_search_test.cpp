@@ -5,7 +5,7 @@
 #include "tests/sim/echo_stream.h"
 #include "transport/port.h"
 #include "transport/port_objects.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 using namespace zel;
 using namespace zel::test;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Random arrivals, removals and devices of all kinds, step by step against the plain model.
-#include "tests/transport/device_list_model.h"
+#include "tests/transport/hot_plug_model.h"
 
 #include "family/band/band.h"
 #include "family/echo/echo.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The sensor's reports and the pause between a command and what belongs to it.
-#include "family/echo/report.h"
+#include "family/echo/feature_report.h"
 
 #include "tests/family/echo/sensor_test.h"
 

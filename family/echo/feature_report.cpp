@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Joins payloads with the report ID and the pause that the sensor needs.
-#include "family/echo/report.h"
+#include "family/echo/feature_report.h"
 
 #include "frame/zelTagState.h"
 #include "transport/usb_driver.h"

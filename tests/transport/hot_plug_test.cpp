@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Removals by name and the closing of gaps.
-#include "transport/device_list.h"
+#include "transport/hot_plug.h"
 
 #include "tests/transport/device_table.h"
 

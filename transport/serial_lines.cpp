@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The table of serial device paths and the ranges of a scan.
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 #include "base/text.h"
 #include "frame/state/state.h"

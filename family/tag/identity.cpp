@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The family's own forms of the calls on the device table.
+// Which device is active, and its name: the family's own forms of these calls.
 #include "base/text_by_character.h"
 #include "family/tag/tag.h"
 #include "frame/state/state.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Arrivals by name, removals by name, and the closing of gaps.
-#include "transport/device_list.h"
+#include "transport/hot_plug.h"
 
 #include "base/runtime.h"
 #include "base/text.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The frame of a scan: range, count, first record.
-#include "transport/port_scan.h"
+// The range, the count and the first record of a scan.
+#include "transport/line_scan.h"
 
 #include "frame/zelTagAPI.h"
-#include "transport/serial_port.h"
+#include "transport/serial_lines.h"
 
 #include <cstdio>
 

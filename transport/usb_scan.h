@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A found USB device and its record, in the way that all families share.
+// What the families' scans of USB share: the record of a found device.
 #pragma once
 
 #include "frame/state/state.h"

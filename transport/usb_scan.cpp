@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Records of found USB devices.
-#include "transport/found_devices.h"
+// Fills records of found USB devices.
+#include "transport/usb_scan.h"
 
 #include "base/text.h"
 #include "transport/usb_handles.h"

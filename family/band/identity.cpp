@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The active device's name by characters, from a buffer of this family's own.
+// The active device's name, by characters from a buffer of this family's own.
 #include "base/text_by_character.h"
 #include "family/band/band.h"
 #include "frame/zelTagAPI.h"
