@@ -26,7 +26,7 @@ bool isName(const char* name) {
 }
 
 // The comparison takes in the character behind the prefix, so only a name that ends there passes.
-bool isArrivalName(const char* name, const ArrivalIdentity& identity) {
+bool isArrivalName(const char* name, const UsbIdentity& identity) {
     char prefix[64];
     std::snprintf(prefix, sizeof prefix, "\\\\?\\HID#Vid_%04x&Pid_%04x", identity.vendor,
                   identity.product);
@@ -81,13 +81,14 @@ void closeGaps() {
 
 } // namespace
 
-int addArrival(const char* name, const ArrivalIdentity& identity, tsDevDat* filled) {
-    if (!isName(name) || !isArrivalName(name, identity))
+int addArrival(const char* name, const UsbIdentity& named, const UsbIdentity& owned,
+               tsDevDat* filled) {
+    if (!isName(name) || !isArrivalName(name, named))
         return 0;
     void* const handle = UsbDriver_CreateFile(name);
     if (handle == noHandle())
         return refuse(kNotOpened);
-    if (!UsbDriver_IsDevOurs(name, identity.ownVendor, identity.ownProduct, nullptr)) {
+    if (!UsbDriver_IsDevOurs(name, owned.vendor, owned.product, nullptr)) {
         UsbDriver_Close(handle);
         return refuse(kNotOurs);
     }

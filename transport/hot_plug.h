@@ -6,20 +6,15 @@
 #pragma once
 
 #include "frame/zelTagState.h"
+#include "transport/usb_identity.h"
 
 namespace zel {
 
-// What a family takes as one of its arriving devices.
-struct ArrivalIdentity {
-    unsigned vendor; // in the name
-    unsigned product;
-    unsigned ownVendor; // asked for when the device's ownership is tested
-    unsigned ownProduct;
-};
-
-// Adds a device by its name, which must be the prefix of the family's names and nothing more. The
-// fields that an arrival fills go to `filled`, or to the record that is added. 1 or 0.
-int addArrival(const char* name, const ArrivalIdentity& identity, tsDevDat* filled);
+// Adds a device by its name, which must be the prefix that tells the identity `named` and nothing
+// more; the test whether the device is ours asks for `owned`. The fields that an arrival fills go
+// to `filled`, or for null to the record that is added. 1 or 0.
+int addArrival(const char* name, const UsbIdentity& named, const UsbIdentity& owned,
+               tsDevDat* filled);
 
 // Removes a device by its name in the table. 1 or 0.
 int removeDevice(const char* name);

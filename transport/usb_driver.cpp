@@ -3,6 +3,7 @@
 #include "transport/usb_driver.h"
 
 #include "frame/state/state.h"
+#include "transport/usb_identity.h"
 #include "transport/usb_platform.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 
 namespace {
 
-constexpr unsigned kTagVendor = 0x5A3E;
-constexpr unsigned kTagProduct = 0x9D23;
 constexpr int kSendTries = 6;
 constexpr useconds_t kSendRetryPause = 80'000; // µs
 
@@ -32,6 +31,10 @@ struct Match {
     int row;
 };
 
+bool isTag(unsigned vendor, unsigned product) {
+    return vendor == zel::kTagIdentity.vendor && product == zel::kTagIdentity.product;
+}
+
 // A row with vendor 0 ends the filter list; of several matching rows the last one wins.
 Match matchFilterList(unsigned vendor, unsigned product) {
     Match match = {false, -1};
@@ -47,9 +50,7 @@ Match matchFilterList(unsigned vendor, unsigned product) {
 }
 
 Match matchTag(unsigned vendor, unsigned product) {
-    if (vendor == kTagVendor && product == kTagProduct)
-        return {true, -1};
-    return matchFilterList(vendor, product);
+    return isTag(vendor, product) ? Match{true, -1} : matchFilterList(vendor, product);
 }
 
 // Opens the listed device `index` and hands it over. Whether that went well.
@@ -93,7 +94,7 @@ int UsbDriver_UseBackend(const UsbBackend* replacement) {
 int UsbDriver_Generator(unsigned int vendor, unsigned int product, zelFoundDevice found) {
     if (!backendRuns)
         return 0;
-    const bool wantsTags = vendor == kTagVendor && product == kTagProduct;
+    const bool wantsTags = isTag(vendor, product);
     int handedOver = 0;
     const int count = backend.list();
     for (int index = 0; index < count; ++index) {

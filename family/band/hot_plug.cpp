@@ -5,7 +5,7 @@
 
 // The name is that of a proximity reader, the ownership asked for this family's own.
 int zelband_ChkAddArrival(const char* name) {
-    return zel::addArrival(name, {0x5A3E, 0x9D23, 0x5A3E, 0x9D2B}, nullptr);
+    return zel::addArrival(name, zel::kTagIdentity, zel::kBandIdentity, nullptr);
 }
 
 int zelband_ChkDelRemoval(const char* name) { return zel::removeDevice(name); }

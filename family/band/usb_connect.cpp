@@ -2,6 +2,7 @@
 // Finds magnetic stripe readers on USB, where there are none on lines, and gives each a record.
 #include "family/band/band.h"
 #include "frame/state/state.h"
+#include "transport/usb_identity.h"
 #include "transport/usb_scan.h"
 
 #include <algorithm>
@@ -9,9 +10,6 @@
 using namespace zel;
 
 namespace {
-
-constexpr unsigned short kVendor = 0x5A3E;
-constexpr unsigned short kProduct = 0x9D2B;
 
 bool isOneOpen() {
     return std::any_of(DevDat, DevDat + std::clamp<int>(iDevsFnd, 0, kMaxDevices),
@@ -39,7 +37,7 @@ int zelband_USBConnect() {
         return 0;
     }
     if (searchesUsb())
-        zelband_USBDeviceConnect(kVendor, kProduct, nullptr);
+        zelband_USBDeviceConnect(kBandIdentity.vendor, kBandIdentity.product, nullptr);
     if (iDevsFnd == before && searchesLines() && !band::scanLines())
         lLastCnctErr |= kConnectFailed;
     return iDevsFnd > before ? 1 : 0;

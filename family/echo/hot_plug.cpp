@@ -5,7 +5,7 @@
 
 // What an arrival tells goes to record 0, whichever device that is; the record added stays empty.
 int zelecho_ChkAddArrival(const char* name) {
-    return zel::addArrival(name, {0x8E4A, 0x9D2A, 0x8E4A, 0x9D2A}, &DevDat[0]);
+    return zel::addArrival(name, zel::kEchoIdentity, zel::kEchoIdentity, &DevDat[0]);
 }
 
 int zelEchoChkDelRemoval(const char* name) { return zel::removeDevice(name); }

@@ -3,16 +3,10 @@
 #include "family/echo/echo.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
+#include "transport/usb_identity.h"
 #include "transport/usb_scan.h"
 
 using namespace zel;
-
-namespace {
-
-constexpr unsigned short kVendor = 0x8E4A;
-constexpr unsigned short kProduct = 0x9D2A;
-
-} // namespace
 
 void zelecho_FoundDevice(char* name, void* handle, int row) {
     if (tsDevDat* const record = takeRecord(name, handle, row, kEcho))
@@ -28,7 +22,7 @@ int zelecho_USBConnect() {
     const int before = iDevsFnd;
     lLastCnctErr = 0;
     if (searchesUsb())
-        zelecho_USBDeviceConnect(kVendor, kProduct, nullptr);
+        zelecho_USBDeviceConnect(kEchoIdentity.vendor, kEchoIdentity.product, nullptr);
     SetActDev(static_cast<short>(iDevsFnd - 1));
     return iDevsFnd > before ? 1 : 0;
 }

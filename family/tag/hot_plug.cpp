@@ -4,5 +4,5 @@
 #include "family/tag/tag.h"
 
 int zeltag_ChkAddArrival(const char* name) {
-    return zel::addArrival(name, {0x5A3E, 0x9D23, 0x5A3E, 0x9D23}, nullptr);
+    return zel::addArrival(name, zel::kTagIdentity, zel::kTagIdentity, nullptr);
 }

@@ -4,6 +4,7 @@
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "transport/tcp_socket.h"
+#include "transport/usb_identity.h"
 #include "transport/usb_scan.h"
 
 #include <iterator>
@@ -12,15 +13,14 @@ using namespace zel;
 
 namespace {
 
-constexpr int kTagAdvVendor = 0x5A3E;
-constexpr int kTagAdvProduct = 0x9D22;
+constexpr UsbIdentity kTagAdvIdentity = {0x5A3E, 0x9D22};
 constexpr int kRows = std::size(decltype(zelTagVidPid.rows){});
 
 bool isTagAdv(int row) {
     if (row < 0 || row >= kRows)
         return false;
     const tsVidPidRow& entry = zelTagVidPid.rows[row];
-    return entry.vendor == kTagAdvVendor && entry.product == kTagAdvProduct;
+    return entry.vendor == kTagAdvIdentity.vendor && entry.product == kTagAdvIdentity.product;
 }
 
 // No row of the device filter list stands for a reader on the network.
@@ -56,7 +56,7 @@ int zeltag_USBConnect() {
     closeConnectSocket();
     lLastCnctErr = 0;
     if (searchesUsb())
-        zeltag_USBDeviceConnect(ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT, nullptr);
+        zeltag_USBDeviceConnect(kTagIdentity.vendor, kTagIdentity.product, nullptr);
     if (iDevsFnd == before && searchesLines() && !zeltag_comConnect())
         lLastCnctErr |= kConnectFailed;
     if (iDevsFnd == before && searchesNetwork() && !connectNetwork())
