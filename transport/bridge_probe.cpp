@@ -18,7 +18,6 @@ constexpr std::array<std::uint8_t, 3> kMark = {0x68, 0xAB, 0x8A};
 constexpr std::size_t kAddressAt = 36;
 
 constexpr std::array<std::uint8_t, 4> kSecondHead = {0, 0, 0, 0xF7};
-constexpr std::size_t kMacAt = 24;
 constexpr std::array<std::array<std::uint8_t, 3>, 2> kMakers = {
     {{0x00, 0x20, 0x4A}, {0x00, 0x1D, 0x4B}}};
 

@@ -18,6 +18,9 @@ constexpr std::uint16_t kFirstProbePort = 11000;
 constexpr std::uint16_t kSecondProbePort = 30718;
 constexpr std::size_t kFirstReplyRoom = 128;
 
+// Where a reply to the second probe tells the address. That of a known maker begins with 0.
+constexpr std::size_t kMacAt = 24;
+
 constexpr std::array<std::uint8_t, 10> kFirstProbe = {'Z', 'T', 'A', 'G', 'D', 'I', 'S', 'C', 1, 0};
 constexpr std::array<std::uint8_t, 4> kSecondProbe = {0, 0, 0, 0xF6};
 

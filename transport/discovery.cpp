@@ -18,7 +18,6 @@ namespace {
 constexpr useconds_t kProbePause = 2'000'000; // µs
 constexpr useconds_t kMacPause = 50'000;
 constexpr int kMacPolls = 10;
-constexpr std::size_t kMacByte = 24; // of the reply; no longer 0xFF once it came
 constexpr MacAddress kDefaultMac = {0x00, 0x20, 0x4A, 0x00, 0x00, 0x00};
 
 int openDatagrams() {
@@ -72,7 +71,7 @@ std::uint8_t low(int value) { return static_cast<std::uint8_t>(value); }
 
 int socket_FindXport(int a, int b, int c, int first, int last) {
     const int fd = openDatagrams();
-    replaceSocket(fd < 0 ? -1 : fd);
+    replaceSocket(fd);
     if (fd < 0)
         return 0;
     std::optional<int> found; // may be 0, which ends the scan too
@@ -96,7 +95,7 @@ int socket_GetMACAddress(unsigned char a, unsigned char b, unsigned char c, unsi
     if (sendProbe(fd, kSecondProbe, host, kSecondProbePort)) {
         Reply reply = noReply();
         Ipv4 sender = {};
-        for (int poll = 0; poll < kMacPolls && reply[kMacByte] != 0; ++poll) {
+        for (int poll = 0; poll < kMacPolls && reply[kMacAt] != 0; ++poll) {
             receive(fd, reply, sender);
             usleep(kMacPause);
         }

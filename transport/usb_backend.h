@@ -10,10 +10,10 @@
  *   start() itself.
  * - start() and stop() alternate. stop() also runs while the process exits or the library is
  *   unloaded, when objects of the application may already be destroyed.
- * - list() takes a snapshot; ids() and open() index it, 0 to below its result. unlist() drops it
- * and doesn't follow when an open() failed: then the next list() or stop() finds it still there.
+ * - list() takes a snapshot; ids() and open() index it, 0 to below its result. unlist() drops it,
+ *   but isn't called when an open() failed: then the next list() or stop() finds it still there.
  * - open() returns a handle that belongs to the library until close(), never 0 or all ones. `name`
- * is zeroed before the call; the library cuts it at 511 characters. A device may be open several
+ *   is zeroed before the call; the library cuts it at 511 characters. A device may be open several
  *   times. Each handle is closed once.
  * - setFeature() and getFeature() are one synchronous control transfer each, with no retry and no
  *   pause of their own. A short answer is a received one: `*size` tells its length, and what it
@@ -34,8 +34,7 @@ struct UsbBackend {
     void* (*open)(int index, char name[512]); /**< a handle and the device's name; null: failed */
     void (*unlist)(void);                     /**< the list is no longer needed */
     void (*close)(void* handle);
-    /** Sets one feature report. `data` starts with the report ID unless that is 0. 1 sent, 0 not.
-     */
+    /** Sets a feature report; `data` starts with the report ID unless that is 0. 1 sent, 0 not. */
     int (*setFeature)(void* handle, unsigned char reportId, const unsigned char* data, long size);
     /** Gets one feature report; `data` receives what follows the report ID, `*size` bytes at most.
      * 1 received, 0 not. */
