@@ -36,7 +36,7 @@ void pauseInHandler() {
 void handleWithoutFlash(int signal) {
     if (signal == SIGINT)
         _exit(kInterrupted);
-    zel::letDisconnect();
+    zel::requestDisconnect();
     pauseInHandler();
 }
 

@@ -11,7 +11,7 @@ class LibraryLock {
 public:
     LibraryLock() {
         pthread_mutex_lock(&zelLock);
-        if (isDisconnectDue())
+        if (takeDisconnectRequest())
             USBDisconnect();
     }
     ~LibraryLock() { pthread_mutex_unlock(&zelLock); }

@@ -11,12 +11,12 @@ namespace {
 constinit std::int16_t gUnsupportedErr = 0;
 constinit std::uint32_t gConnectProduct = UINT32_MAX;
 constinit std::int32_t iLastIDBits = 0;
-constinit std::atomic<bool> disconnectDue = false;
+constinit std::atomic<bool> disconnectRequested = false;
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
-// Configurations whose uSFD starts with the size of its old header: all but the last one.
+// Configurations whose field data start in their old form: all but the last one.
 constexpr int kPresetConfigs = ZELTAGAPI_MAX_CONFIGS - 1;
-constexpr std::uint8_t kOldSepFldHeader = 12;
+constexpr std::uint8_t kOldFieldDataHeader = 12;
 } // namespace
 
 bool hasActiveDevice() { return iActDev >= 0 && iActDev < iDevsFnd && iActDev < kMaxDevices; }
@@ -38,12 +38,12 @@ tsTagCfg& activeConfig(tsDevDat& record) {
     return const_cast<tsTagCfg&>(activeConfig(static_cast<const tsDevDat&>(record)));
 }
 
-void letDisconnect() {
+void requestDisconnect() {
     iDevsFnd = 0;
-    disconnectDue = true;
+    disconnectRequested = true;
 }
 
-bool isDisconnectDue() { return disconnectDue.exchange(false); }
+bool takeDisconnectRequest() { return disconnectRequested.exchange(false); }
 
 std::int16_t unsupportedValue() { return gUnsupportedErr; }
 void setUnsupportedValue(std::int16_t value) { gUnsupportedErr = value; }
@@ -59,7 +59,7 @@ void clearTable() {
     for (tsDevDat& record : DevDat) {
         record.hDev = noHandle();
         for (int config = 0; config < kPresetConfigs; ++config)
-            record.Cfg[config].uSFD.bytes[0] = kOldSepFldHeader;
+            record.Cfg[config].uSFD.bytes[0] = kOldFieldDataHeader;
     }
 }
 

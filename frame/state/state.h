@@ -51,12 +51,12 @@ tsDevDat& activeRecord();
 const tsTagCfg& activeConfig(const tsDevDat& record);
 tsTagCfg& activeConfig(tsDevDat& record);
 
-// Takes all devices out of use and lets the next call that locks close them. Safe inside a signal
-// handler.
-void letDisconnect();
+// Takes all devices out of use and asks the next call that locks to close them. Safe inside a
+// signal handler.
+void requestDisconnect();
 
-// Whether that was let since it was asked last.
-bool isDisconnectDue();
+// Whether that was asked for; answering clears the request.
+bool takeDisconnectRequest();
 
 // The value of a call that nothing can serve.
 std::int16_t unsupportedValue();
