@@ -24,12 +24,19 @@ constexpr int kEntryPolls = 60;
 constexpr int kLinePolls = 3;
 constexpr unsigned kNotReady = 0xFFFFFFFF;
 constexpr unsigned kLongestDelay = 4000; // ms that a reader may ask for
+
+constexpr unsigned kBeforeEntryPause = 1'000'000; // µs
+constexpr unsigned kAfterEntryPause = 3'000'000;
+constexpr unsigned kEntryPollPause = 50'000;
+constexpr unsigned kFramePause = 10'000;
+constexpr unsigned kOtherMicroPause = 80'000; // before a poll; a micro other than 0
+constexpr unsigned kQuickPause = 2'000;
+constexpr unsigned kSlowPause = 50'000;
+
 constexpr char kNoReply = static_cast<char>(0x80);
 
 constexpr unsigned char kEnter = 0xF0;
 constexpr unsigned char kPollAgain = 'T';
-constexpr unsigned char kAccepted = '.';
-constexpr unsigned char kAcceptedAtEnd = 'E';
 constexpr unsigned char kLark = 'W';
 constexpr unsigned char kFast = '>';
 constexpr unsigned char kFastFrames = ';';
@@ -66,7 +73,7 @@ int awaitEntry() {
         }
         if (reply[kStatus] != kPollAgain || left == 0)
             return fail(kEntryRefused);
-        pause(50'000);
+        pause(kEntryPollPause);
     }
 }
 
@@ -88,11 +95,11 @@ void heedDelay(const unsigned char* reply) {
 
 int ZelTagUsbBootload::enterBlMode(unsigned char micro) {
     giTargetMicro = micro;
-    pause(1'000'000);
+    pause(kBeforeEntryPause);
     const bool sent = sendReport({0, kEnter, micro});
     if (!sent)
         fail(kEntryNotSent);
-    pause(3'000'000);
+    pause(kAfterEntryPause);
     return awaitEntry() != 0 && sent ? 1 : 0;
 }
 
@@ -107,7 +114,7 @@ int ZelTagUsbBootload::createAndSendLineBuffer(int count, const char* data) {
         if (!sendReport(report))
             return fail(kFrameNotSent);
         if (ReaderIsLark == 0 && fastBootloader == 0)
-            pause(10'000);
+            pause(kFramePause);
     }
     return 1;
 }
@@ -115,11 +122,11 @@ int ZelTagUsbBootload::createAndSendLineBuffer(int count, const char* data) {
 void ZelTagUsbBootload::customSleep(unsigned char pollsLeft) {
     const bool firstPoll = pollsLeft == kLinePolls - 1;
     if (giTargetMicro != 0)
-        pause(80'000);
+        pause(kOtherMicroPause);
     else if (ReaderIsLark == 1)
-        pause(firstPoll ? 2'000 : 50'000);
+        pause(firstPoll ? kQuickPause : kSlowPause);
     else
-        pause(delayNextLine != 0 ? 50'000 : 2'000);
+        pause(delayNextLine != 0 ? kSlowPause : kQuickPause);
 }
 
 unsigned ZelTagUsbBootload::verifyReturnedChar(unsigned char status, const unsigned char* reply) {

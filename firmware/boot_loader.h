@@ -2,6 +2,14 @@
 // The conversation with a reader's boot loader.
 #pragma once
 
+namespace zel::firmware {
+
+// Status characters of the boot loader.
+constexpr char kAccepted = '.';
+constexpr char kAcceptedAtEnd = 'E';
+
+} // namespace zel::firmware
+
 // A boot loader that takes a firmware file line by line.
 class IBootload {
 public:

@@ -18,6 +18,7 @@ using namespace zel::firmware;
 
 namespace {
 
+constexpr char kReaderRefuses = 'R';     // a status character
 constexpr std::size_t kLongestLine = 43; // ':' and the digits of 21 bytes
 
 int fail(std::int64_t word) {
@@ -88,14 +89,14 @@ int FlashReader::fwFlash(IBootload* loader, const char* name) {
     return sendLines(*this, *loader, image);
 }
 
-// "E" forces success, whatever came before it.
+// That of the end forces success, whatever came before it.
 int FlashReader::fwflashLogs(char reply, int result) {
     switch (reply) {
-    case '.':
+    case kAccepted:
         return result;
-    case 'E':
+    case kAcceptedAtEnd:
         return 1;
-    case 'R':
+    case kReaderRefuses:
         return fail(kReaderRefused);
     default:
         return fail(kUnknownReply);
