@@ -9,8 +9,8 @@ void zelband_Init() {
         record.Band.iActTrack = 2;
         record.Band.iActField = 0;
         record.Band.iActOffset = 0;
-        record.Band.iActLength = 32;
-        record.Band.iActTerm = 255;
+        record.Band.iActLength = ZELTAGAPI_ID_SIZE;
+        record.Band.iActTerm = 255; // no character
     }
 }
 

@@ -8,7 +8,7 @@ void zelecho_Init() {
     iDevsFnd = 0;
     for (tsDevDat& record : DevDat)
         record.Echo = {};
-    iCnctDevType = 65535;
+    iCnctDevType = zel::kAllTransports;
 }
 
 void zelecho_Exit() {}
