@@ -3,6 +3,7 @@
 // the flags of the loader are never cleared.
 #include "firmware/boot_loader.h"
 
+#include "base/bytes.h"
 #include "firmware/error_words.h"
 #include "firmware/pause.h"
 #include "frame/zelTagState.h"
@@ -86,7 +87,7 @@ void noteDetail(unsigned char detail) {
 
 // A Lark reader may ask for time after a line.
 void heedDelay(const unsigned char* reply) {
-    const unsigned delay = reply[kDelay] | unsigned{reply[kDelay + 1]} << 8;
+    const unsigned delay = zel::wordOf(reply[kDelay + 1], reply[kDelay]);
     if (ReaderIsLark != 0 && delay >= 1 && delay <= kLongestDelay)
         pause(delay * 1000);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Looks for network bridges and asks one for its MAC address, by datagrams.
+#include "base/bytes.h"
 #include "frame/zelTagNetwork.h"
 #include "transport/bridge_probe.h"
 #include "transport/tcp_socket.h"
@@ -65,8 +66,6 @@ std::optional<int> firstByteOfSecond(int fd, const Ipv4& host) {
     return answers ? std::optional<int>(sender[0]) : std::nullopt;
 }
 
-std::uint8_t low(int value) { return static_cast<std::uint8_t>(value); }
-
 } // namespace
 
 int socket_FindXport(int a, int b, int c, int first, int last) {
@@ -76,7 +75,7 @@ int socket_FindXport(int a, int b, int c, int first, int last) {
         return 0;
     std::optional<int> found; // may be 0, which ends the scan too
     for (int host = first; host <= last && !found; ++host) {
-        const Ipv4 address = {low(a), low(b), low(c), low(host)};
+        const Ipv4 address = {lowByte(a), lowByte(b), lowByte(c), lowByte(host)};
         found = answersFirst(fd, address) ? host : firstByteOfSecond(fd, address);
     }
     socket_Close();
