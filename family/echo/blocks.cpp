@@ -2,6 +2,8 @@
 // The layout of the blocks, byte by byte.
 #include "family/echo/blocks.h"
 
+#include "base/bytes.h"
+
 #include <algorithm>
 #include <span>
 
@@ -15,10 +17,7 @@ constexpr int kKeyUnit = 64; // ms
 constexpr int kLedBits = 0x7F;
 constexpr int kNibble = 0x0F;
 constexpr std::size_t kBytes = 8;
-constexpr std::size_t kSecondHalf =
-    8; // word of the keys' records that the second block begins with
-
-std::uint8_t low(int value) { return static_cast<std::uint8_t>(value); }
+constexpr std::size_t kSecondHalf = 8; // first word of a record of keys in its second block
 
 // The nearest whole number; halves go up.
 int rounded(double value) {
@@ -41,7 +40,7 @@ void takeBytes(std::span<std::int16_t> words, const Payload& bytes) {
 
 Payload bytesOf(std::span<const std::int16_t> words) {
     Payload bytes;
-    std::transform(words.begin(), words.begin() + kBytes, bytes.begin(), low);
+    std::transform(words.begin(), words.begin() + kBytes, bytes.begin(), lowByte<std::int16_t>);
     return bytes;
 }
 
@@ -56,9 +55,9 @@ void decodeSonar(sSonarParms& record, const Payload& bytes) {
 Payload encodeSonar(const sSonarParms& record) {
     Payload bytes = bytesOf(wordsOf(record));
     bytes[0] &= kLedBits;
-    bytes[1] = low(record.PingRateS / kPingUnit);
-    bytes[3] = low(unitsOf(record.MinDistS));
-    bytes[4] = low(unitsOf(record.MaxDistS));
+    bytes[1] = lowByte(record.PingRateS / kPingUnit);
+    bytes[3] = lowByte(unitsOf(record.MinDistS));
+    bytes[4] = lowByte(unitsOf(record.MaxDistS));
     return bytes;
 }
 
@@ -75,20 +74,20 @@ Payload encodeKeys(std::span<const std::int16_t> words, bool isSecond) {
     Payload bytes = bytesOf(words.subspan(isSecond ? kSecondHalf : 0, kBytes));
     bytes[0] &= kNibble; // of the count, or of the flags
     if (!isSecond)
-        bytes[1] = low(words[1] / kKeyUnit);
+        bytes[1] = lowByte(words[1] / kKeyUnit);
     return bytes;
 }
 
 Payload encodeWalkUp(const sWalkUpParms& record, bool isSecond) {
     Payload bytes = encodeKeys(wordsOf(record), isSecond);
     if (isSecond)
-        bytes[1] = low(gsWalkUpParms2.Reserved2WU);
+        bytes[1] = lowByte(gsWalkUpParms2.Reserved2WU);
     return bytes;
 }
 
 Payload encodeIdle(const sIdleParms& record) {
     Payload bytes = bytesOf(wordsOf(record));
-    bytes[0] = low(gsIdleParms2.Reserved1I & kNibble);
+    bytes[0] = lowByte(gsIdleParms2.Reserved1I & kNibble);
     return bytes;
 }
 

@@ -1,56 +1,48 @@
 // SPDX-License-Identifier: MIT
 // Reads and writes the sensor's settings, and lets it return to stored ones.
+#include "base/bytes.h"
 #include "family/echo/blocks.h"
 #include "family/echo/echo.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
-#include <iterator>
 #include <unistd.h>
 
 using namespace zel;
 using echo::command;
-using echo::Command;
+using echo::Opcode;
 using echo::Payload;
 
 namespace {
 
 constexpr useconds_t kResetPause = 2'000'000; // µs
-constexpr int kReceivedBlock = 1;
+constexpr int kFetchedBlock = 1;
 constexpr int kOldKind = 0x400; // device IDs 0x400 to 0x40F
 constexpr int kKindBits = 0xFFF0;
 constexpr int kLowNibble = 0x0F;
 
-int fail(std::int64_t bits) {
+bool fail(std::int64_t bits) {
     activeRecord().lLastErr |= bits;
-    return 0;
+    return false;
 }
 
-std::uint8_t low(unsigned value) { return static_cast<std::uint8_t>(value); }
-
-std::uint16_t wordOf(int high, int lowByte) {
-    return static_cast<std::uint16_t>(high << 8 | lowByte);
-}
-
-Payload blockCommand(int block) {
-    return {low(static_cast<unsigned>(Command::Block0) + static_cast<unsigned>(block))};
-}
+Payload blockCommand(int block) { return {lowByte(static_cast<int>(Opcode::Block0) + block)}; }
 
 // The sensor wants block 1 asked for by a fetch in place of the command.
 bool announce(int block) {
-    if (block != kReceivedBlock)
+    if (block != kFetchedBlock)
         return echo::send(blockCommand(block));
     Payload unused;
-    return echo::receive(unused);
+    return echo::fetch(unused);
 }
 
 bool readBlock(tsEcho& settings, int block) {
     Payload bytes;
     if (!announce(block))
-        return fail(ZELTAGAPI_ERR_READ) != 0;
+        return fail(ZELTAGAPI_ERR_READ);
     echo::pauseForData();
-    if (!echo::receive(bytes))
-        return fail(ZELTAGAPI_ERR_READ) != 0;
+    if (!echo::fetch(bytes))
+        return fail(ZELTAGAPI_ERR_READ);
     echo::decodeBlock(settings, block, bytes);
     return true;
 }
@@ -89,6 +81,7 @@ void clearDirty(tsEcho& settings) {
     settings.bDirtyWalkUp = settings.bDirtyIdle = 0;
 }
 
+// Words that the sensor holds out of range are repaired in the records.
 void settle(tsEcho& settings) {
     CheckSonarParms(&settings.sSonarParms, 1);
     CheckWalkAwayParms(&settings.sWalkAwayParms, 1);
@@ -100,8 +93,8 @@ void settle(tsEcho& settings) {
 
 bool readIds(tsDevDat& record) {
     Payload bytes;
-    if (!echo::query(command(Command::Ids), bytes))
-        return fail(ZELTAGAPI_ERR_READ) != 0;
+    if (!echo::query(command(Opcode::Ids), bytes))
+        return fail(ZELTAGAPI_ERR_READ);
     record.iLUID = wordOf(bytes[1], bytes[0]);
     record.iDID = wordOf(bytes[3], bytes[2]);
     record.iFWVer = 0;
@@ -119,12 +112,12 @@ bool isDirty(const tsEcho& settings, int block) {
     return marks[block] != 0;
 }
 
-// Behind the LUID go out what bytes the block before had there.
+// Behind the LUID stand the bytes of the block that went out last.
 bool sendLuid(std::uint16_t luid, Payload data) {
     data[0] = 0;
-    data[1] = low(luid);
-    data[2] = low(luid >> 8U);
-    return echo::write(command(Command::Ids), data);
+    data[1] = lowByte(luid);
+    data[2] = lowByte(luid >> 8U);
+    return echo::write(command(Opcode::Ids), data);
 }
 
 // Whether all went out.
@@ -139,7 +132,7 @@ bool writeAll(tsDevDat& record) {
             return false;
         mask |= 1U << block;
     }
-    if (!echo::send(command(Command::Commit, low(mask))))
+    if (!echo::send(command(Opcode::Commit, lowByte(mask))))
         return false;
     clearDirty(record.Echo);
     if (record.bLUIDDirty == 0)
@@ -150,16 +143,14 @@ bool writeAll(tsDevDat& record) {
     return true;
 }
 
-// A command behind which the sensor holds other settings.
-bool runDefaults(Command code) {
+// Runs a command behind which the sensor holds other settings, and reads those.
+int runAndRead(Opcode opcode) {
     activeRecord().lLastErr = 0;
-    if (!echo::send(command(code)))
-        return fail(ZELTAGAPI_ERR_RESET) != 0;
+    if (!echo::send(command(opcode)))
+        return fail(ZELTAGAPI_ERR_RESET);
     usleep(kResetPause);
-    return true;
+    return zelecho_ReadCfg();
 }
-
-int readBehind(Command code) { return runDefaults(code) ? zelecho_ReadCfg() : 0; }
 
 } // namespace
 
@@ -183,7 +174,7 @@ int zelecho_WriteCfg() {
 int zelecho_ResetFactoryDflts() {
     tsDevDat& record = activeRecord();
     record.Echo.bEchoHalt = 1;
-    if (!readBehind(Command::Factory))
+    if (!runAndRead(Opcode::Factory))
         return 0;
     if ((GetDID() & kKindBits) != kOldKind)
         return 1;
@@ -195,7 +186,7 @@ int zelecho_ResetFactoryDflts() {
 
 int zelecho_ResetUserDflts() {
     activeRecord().Echo.bEchoHalt = 1;
-    return readBehind(Command::ResetUser);
+    return runAndRead(Opcode::ResetUser);
 }
 
-int zelecho_SaveUserDflts() { return readBehind(Command::SaveUser); }
+int zelecho_SaveUserDflts() { return runAndRead(Opcode::SaveUser); }

@@ -23,7 +23,7 @@ bool send(const Payload& payload) {
     return UsbDriver_SendFR(kLength, iActDev, report.data()) != 0;
 }
 
-bool receive(Payload& payload) {
+bool fetch(Payload& payload) {
     Report report = {};
     const bool received = UsbDriver_RecvFR(kLength, iActDev, report.data()) != 0;
     std::copy(report.begin() + 1, report.end(), payload.begin());
@@ -36,7 +36,7 @@ bool query(const Payload& request, Payload& reply) {
     if (!send(request))
         return false;
     pauseForData();
-    return receive(reply);
+    return fetch(reply);
 }
 
 bool write(const Payload& request, const Payload& data) {

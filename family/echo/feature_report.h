@@ -10,7 +10,7 @@ namespace zel::echo {
 using Payload = std::array<std::uint8_t, 8>;
 
 // First payload byte of a command; 0x80 to 0x85 are the blocks of the settings.
-enum class Command : std::uint8_t {
+enum class Opcode : std::uint8_t {
     Block0 = 0x80,
     Ids = 0x8A,       // LUID, device ID, version
     Range = 0x8F,     // reply: status, distance
@@ -22,14 +22,16 @@ enum class Command : std::uint8_t {
     SaveUser = 0xE0,  // make the settings the user's defaults
 };
 
-constexpr Payload command(Command code, std::uint8_t argument = 0) {
-    return {static_cast<std::uint8_t>(code), argument};
+// The payload of a command: its opcode, its argument, zeros.
+constexpr Payload command(Opcode opcode, std::uint8_t argument = 0) {
+    return {static_cast<std::uint8_t>(opcode), argument};
 }
 
+// Sends one report to the active device. Whether it was sent.
 bool send(const Payload& payload);
 
-// What a short answer leaves out is zero.
-bool receive(Payload& payload);
+// Fetches one report from the active device. What a short answer leaves out is zero.
+bool fetch(Payload& payload);
 
 // A command, a pause of 250 ms, then the reply, or the data that belongs to the command.
 bool query(const Payload& request, Payload& reply);

@@ -18,8 +18,8 @@ protected:
 } // namespace
 
 TEST_F(EchoReport, IsEightBytesWithZerosBehindTheCommand) {
-    EXPECT_EQ(command(Command::Commit, 0x21), (Payload{0x90, 0x21, 0, 0, 0, 0, 0, 0}));
-    EXPECT_TRUE(send(command(Command::Commit)));
+    EXPECT_EQ(command(Opcode::Commit, 0x21), (Payload{0x90, 0x21, 0, 0, 0, 0, 0, 0}));
+    EXPECT_TRUE(send(command(Opcode::Commit)));
     EXPECT_EQ(bus().takeTrace(), "> 90 00 00 00 00 00 00 00  commit\n");
 }
 
