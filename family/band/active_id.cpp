@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The active identifier: a field of a track, chosen by the application; and the queued one.
+#include "base/bytes.h"
 #include "family/band/band.h"
 #include "family/band/frame.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 using namespace zel;
@@ -65,8 +65,7 @@ void askQueue() {
     band::Frame reply;
     if (!band::send(band::Command("GQ0"), reply))
         return;
-    queued.age = static_cast<std::uint64_t>(band::pairAt(reply, kAgeAt)) |
-                 static_cast<std::uint64_t>(band::pairAt(reply, kAgeAt + 2)) << 8;
+    queued.age = wordOf(band::pairAt(reply, kAgeAt + 2), band::pairAt(reply, kAgeAt));
     queued.byte42 = band::pairAt(reply, kAgeAt + 4);
 }
 
@@ -112,27 +111,11 @@ int zelband_GetQueuedID(short, short) {
     return takeActiveId(queued.id, kIdSize);
 }
 
-std::int64_t zelband_GetQueuedID_index(short index) {
-    if (index >= 0 && index < kIdSize)
-        return queued.id[index];
-    switch (index) {
-    case 32:
-        return queued.word40;
-    case 33:
-        return static_cast<std::int64_t>(queued.age);
-    case 34:
-        return queued.byte42;
-    case 35:
-        return queued.byte43;
-    default:
-        return 0;
-    }
-}
+std::int64_t zelband_GetQueuedID_index(short index) { return queuedElement(queued, index); }
 
 std::int64_t zelband_GetQueuedAge(unsigned short which) {
-    if (which == kQueueAge)
-        askQueue();
-    if (which == kQueueAge)
-        return static_cast<std::int64_t>(queued.age);
-    return which == kQueueByte ? queued.byte42 : 0;
+    if (which != kQueueAge)
+        return which == kQueueByte ? queued.byte42 : 0;
+    askQueue();
+    return static_cast<std::int64_t>(queued.age);
 }

@@ -2,13 +2,13 @@
 // Reads and writes the whole configuration, command by command.
 #include "family/band/config.h"
 
+#include "base/bytes.h"
 #include "family/band/band.h"
 #include "family/band/frame.h"
 #include "frame/state/state.h"
 #include "frame/zelTagErrors.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <iterator>
 #include <unistd.h>
@@ -20,8 +20,6 @@ using band::Frame;
 
 namespace {
 
-constexpr int kNotAnswered = ZELTAGAPI_ERR_READ;
-constexpr int kFieldFailed = ZELTAGAPI_ERR_FIELD;
 constexpr useconds_t kFlashPause = 1'100'000; // µs, behind what writes the reader's flash
 constexpr std::size_t kPartNumberAt = 3;
 constexpr std::size_t kHalf = 8; // of the key bytes
@@ -41,14 +39,14 @@ constexpr int kHaltBit = 0x80;
 constexpr int kKeypadBit = 0x40;
 constexpr int kTracksBits = 7;
 
-int fail(std::int64_t error) {
+constexpr int kColourBits = 3;
+
+bool fail(std::int64_t error) {
     activeRecord().lLastErr = error;
-    return 0;
+    return false;
 }
 
 std::uint8_t flag(int byte, int bit) { return (byte & bit) != 0 ? 1 : 0; }
-
-std::uint16_t wordOf(int high, int low) { return static_cast<std::uint16_t>(high << 8 | low); }
 
 // The letter of a user field: "a" for the first one.
 std::string_view letterOf(std::size_t field) {
@@ -79,7 +77,7 @@ void readVersion(tsDevDat& record) {
 bool readFirstHalf(BandUserField& field, std::size_t number) {
     Bytes bytes;
     if (!band::ask(fieldCommand('G', number, '0'), bytes))
-        return fail(kFieldFailed) != 0;
+        return fail(ZELTAGAPI_ERR_FIELD);
     field.Enable = flag(bytes[0], kEnableBit);
     field.Skip = flag(bytes[0], kSkipBit);
     field.nKeys = bytes[0] & kKeyCountBits;
@@ -90,7 +88,7 @@ bool readFirstHalf(BandUserField& field, std::size_t number) {
 bool readSecondHalf(BandUserField& field, std::size_t number) {
     Bytes bytes;
     if (!band::ask(fieldCommand('G', number, '1'), bytes))
-        return fail(kFieldFailed) != 0;
+        return fail(ZELTAGAPI_ERR_FIELD);
     std::copy_n(bytes.begin(), kHalf, field.Keybyte + kHalf);
     return true;
 }
@@ -137,13 +135,18 @@ void readSystem(tsDevDat& record) {
     settings.Beeper = bytes[5];
 }
 
+// The first byte has the colours of LED 1, topmost, to 4; the second one that of LED 0.
+constexpr int kLedsOfByte = 4;
+
+int colourShift(int led) { return (kLedsOfByte - led) * 2; }
+
 bool readLeds(tsBand& settings) {
     Bytes bytes;
     if (!band::ask(Command("GL0"), bytes))
         return false;
-    for (int led = 1; led <= 4; ++led)
-        settings.LedColor[led] = bytes[0] >> (4 - led) * 2 & 3;
-    settings.LedColor[0] = bytes[1] & 3;
+    for (int led = 1; led <= kLedsOfByte; ++led)
+        settings.LedColor[led] = bytes[0] >> colourShift(led) & kColourBits;
+    settings.LedColor[0] = bytes[1] & kColourBits;
     return true;
 }
 
@@ -159,13 +162,14 @@ bool writeFirstHalf(const BandUserField& field, std::size_t number) {
     Command command = fieldCommand('S', number, '0');
     command.hex((field.nKeys & kKeyCountBits) | (field.Enable != 0 ? kEnableBit : 0) |
                 (field.Skip != 0 ? kSkipBit : 0));
-    return band::send(addKeys(command, field, 0).add("00"), reply) || fail(kFieldFailed) != 0;
+    return band::send(addKeys(command, field, 0).add("00"), reply) || fail(ZELTAGAPI_ERR_FIELD);
 }
 
 bool writeSecondHalf(const BandUserField& field, std::size_t number) {
     Frame reply;
     Command command = fieldCommand('S', number, '1');
-    return band::send(addKeys(command, field, kHalf).add("0000"), reply) || fail(kFieldFailed) != 0;
+    return band::send(addKeys(command, field, kHalf).add("0000"), reply) ||
+           fail(ZELTAGAPI_ERR_FIELD);
 }
 
 // Whether the reader takes them isn't looked at.
@@ -203,10 +207,10 @@ void writeSystem(const tsBand& settings) {
 
 bool zel::band::sendLeds(const tsBand& settings) {
     int colours = 0;
-    for (int led = 1; led <= 4; ++led)
-        colours |= (settings.LedColor[led] & 3) << (4 - led) * 2;
+    for (int led = 1; led <= kLedsOfByte; ++led)
+        colours |= (settings.LedColor[led] & kColourBits) << colourShift(led);
     Frame reply;
-    return send(Command("SL0").hex(colours).hex(settings.LedColor[0] & 3), reply);
+    return send(Command("SL0").hex(colours).hex(settings.LedColor[0] & kColourBits), reply);
 }
 
 int zelband_ReadCfg() {
@@ -214,7 +218,7 @@ int zelband_ReadCfg() {
     record.lLastErr = 0;
     Frame reply;
     if (!band::askPartNumber(reply))
-        return fail(kNotAnswered);
+        return fail(ZELTAGAPI_ERR_READ);
     takePartNumber(record, reply);
     readVersion(record);
     if (!readFields(record.Band))

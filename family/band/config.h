@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The reader's configuration as a whole.
+// The one part of a reader's configuration that also goes out on its own.
 #pragma once
 
 #include "frame/zelTagState.h"

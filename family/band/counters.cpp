@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the reader counts, and the state of its tracks.
+#include "base/bytes.h"
 #include "family/band/band.h"
 #include "family/band/frame.h"
 
@@ -53,5 +54,5 @@ int zelband_GetSystemInternalCount(int index) {
     if (!band::ask(band::Command("QDD"), bytes) || index < 0 || index >= kCounters)
         return 0;
     const std::size_t place = 2 * static_cast<std::size_t>(index);
-    return bytes[place] | bytes[place + 1] << 8;
+    return wordOf(bytes[place + 1], bytes[place]);
 }

@@ -45,8 +45,10 @@ void count(tsDevDat& record, int port) {
     nameAfterLine(DevDat[0], port);
 }
 
+} // namespace
+
 // Goes on behind the devices that stand in the table.
-bool scan() {
+bool zel::band::scanLines() {
     prepareVirtualMap();
     bool found = false;
     for (int port = 1; port <= static_cast<int>(kMostPorts); ++port) {
@@ -64,11 +66,7 @@ bool scan() {
     return found;
 }
 
-} // namespace
-
-bool zel::band::scanLines() { return scan(); }
-
-int zelband_ComConnect(std::int64_t* did) { return connectLines(did, scan); }
+int zelband_ComConnect(std::int64_t* did) { return connectLines(did, band::scanLines); }
 
 int zelband_comConnect() {
     std::int64_t did = 0;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Start-up and shut-down of the magnetic stripe family.
 #include "family/band/band.h"
-#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
+#include "frame/zelTagState.h"
 
 void zelband_Init() {
     for (tsDevDat& record : DevDat) {

@@ -2,7 +2,6 @@
 // Fetches a card's tracks and cuts fields from them.
 #include "family/band/band.h"
 #include "family/band/frame.h"
-#include "frame/state/state.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Fetches the identifier that a reader queued for the host, in five pages.
+#include "base/bytes.h"
 #include "family/tag/card_data.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
@@ -36,14 +37,10 @@ bool queryPage(std::uint8_t page, std::uint8_t mask, Payload& reply) {
     return tag::query(tag::command(tag::Opcode::Service, kQueuedId, page, mask), reply);
 }
 
-std::uint16_t wordOf(std::uint8_t lowByte, std::uint8_t highByte) {
-    return static_cast<std::uint16_t>(lowByte | highByte << 8);
-}
-
 // Bytes 5 and 6 are not kept.
 void storeEntry(const Payload& data) {
-    QueuedID.age = wordOf(data[0], data[1]);
-    QueuedID.word40 = static_cast<std::int16_t>(wordOf(data[3], data[4]));
+    QueuedID.age = wordOf(data[1], data[0]);
+    QueuedID.word40 = static_cast<std::int16_t>(wordOf(data[4], data[3]));
     QueuedID.byte42 = data[2];
     QueuedID.byte43 = data[7];
 }
@@ -72,19 +69,4 @@ int zeltag_GetQueuedID(short first, short second) {
     return 1;
 }
 
-std::int64_t zeltag_GetQueuedID_index(short index) {
-    if (index >= 0 && index < ZELTAGAPI_ID_SIZE)
-        return QueuedID.id[index];
-    switch (index) {
-    case 32:
-        return QueuedID.word40;
-    case 33:
-        return static_cast<std::int64_t>(QueuedID.age);
-    case 34:
-        return QueuedID.byte42;
-    case 35:
-        return QueuedID.byte43;
-    default:
-        return 0;
-    }
-}
+std::int64_t zeltag_GetQueuedID_index(short index) { return queuedElement(QueuedID, index); }

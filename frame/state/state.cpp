@@ -54,6 +54,23 @@ void setConnectProducts(std::uint32_t mask) { gConnectProduct = mask; }
 std::int32_t lastIdBits() { return iLastIDBits; }
 void setLastIdBits(std::int32_t bits) { iLastIDBits = bits; }
 
+std::int64_t queuedElement(const tsQueuedID& queued, int index) {
+    if (index >= 0 && index < ZELTAGAPI_ID_SIZE)
+        return queued.id[index];
+    switch (index) {
+    case 32:
+        return queued.word40;
+    case 33:
+        return static_cast<std::int64_t>(queued.age);
+    case 34:
+        return queued.byte42;
+    case 35:
+        return queued.byte43;
+    default:
+        return 0;
+    }
+}
+
 void clearTable() {
     std::memset(DevDat, 0, sizeof DevDat);
     for (tsDevDat& record : DevDat) {

@@ -70,6 +70,9 @@ void setConnectProducts(std::uint32_t mask);
 std::int32_t lastIdBits();
 void setLastIdBits(std::int32_t bits);
 
+// An element of a queued identifier, as GetQueuedID_index() numbers them; 0 for no such one.
+std::int64_t queuedElement(const tsQueuedID& queued, int index);
+
 // Every record as the library holds it after loading, but for the families' own defaults.
 void clearTable();
 
