@@ -4,6 +4,7 @@
 
 #include "base/runtime.h"
 #include "cfgfile/text_lines.h"
+#include "cfgfile/text_writer.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
@@ -44,21 +45,10 @@ std::uint16_t wordAt(const tsEcho& settings, std::size_t place) {
     return word;
 }
 
-// The version line shows the device ID, a nibble as a decimal number each.
-void writeHead(std::FILE* file) {
-    const unsigned id = activeRecord().iDID;
-    std::fprintf(file, "/%s\n:Library Version: %d.%d.%d \n", kTitle, ZELTAGAPI_VERSION_MAJOR,
-                 ZELTAGAPI_VERSION_MINOR, ZELTAGAPI_VERSION_BUILD);
-    std::fprintf(file, ":Device FW Version: %u%u.%u%u \n", id >> 12 & 15, id >> 8 & 15,
-                 id >> 4 & 15, id & 15);
-}
-
 void writeSection(std::FILE* file, const Section& section, const tsEcho& settings) {
-    std::fprintf(file, "\n/ %s\n", section.heading);
+    cfgfile::writeHeading(file, section.heading);
     for (std::size_t word = 0; word < section.names.size(); ++word)
-        std::fprintf(file, "%s = %hu     / %s\n", textOf(section.names[word].name),
-                     wordAt(settings, placeOf(section, word)),
-                     textOf(section.names[word].description));
+        cfgfile::writeRow(file, section.names[word], wordAt(settings, placeOf(section, word)));
 }
 
 // What the strict checks refuse keeps its old values as a whole, without a trace: the last record
@@ -90,7 +80,7 @@ int zelecho_WriteDevCfgToFile(const char* name) {
     std::FILE* file = nullptr;
     if (!name || fopen_s(&file, name, "wt") != 0)
         return 0;
-    writeHead(file);
+    cfgfile::writeHead(file, kTitle);
     for (const Section& section : kSections)
         writeSection(file, section, activeRecord().Echo);
     std::fclose(file);

@@ -4,7 +4,7 @@
 #include "cfgfile/field_data_file.h"
 #include "cfgfile/tag_file.h"
 #include "cfgfile/tag_tables.h"
-#include "cfgfile/text_lines.h"
+#include "cfgfile/text_writer.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"
@@ -20,35 +20,21 @@ namespace {
 constexpr int kNothingRead = -1;
 constexpr int kHighestConfig = ZELTAGAPI_MAX_CONFIGS - 1;
 
-void section(std::FILE* file, const char* heading) { std::fprintf(file, "\n/ %s\n", heading); }
-
-void row(std::FILE* file, const tsNamePair& pair, std::uint16_t value) {
-    std::fprintf(file, "%s = %hu     / %s\n", textOf(pair.name), value, textOf(pair.description));
-}
-
-void option(std::FILE* file, const char* heading, const tsNamePair& pair, std::uint32_t value) {
-    section(file, heading);
-    row(file, pair, static_cast<std::uint16_t>(value));
+void writeOption(std::FILE* file, const char* heading, const tsNamePair& pair,
+                 std::uint32_t value) {
+    writeHeading(file, heading);
+    writeRow(file, pair, static_cast<std::uint16_t>(value));
 }
 
 std::uint16_t written(const tag::Word& word, std::int16_t value) {
     return static_cast<std::uint16_t>(word.kind == tag::Kind::flag ? value != 0 : value);
 }
 
-void writeSection(std::FILE* file, const Section& part, const tsTagCfg& config) {
-    section(file, part.heading);
-    for (std::size_t i = part.firstWritten; i <= part.lastWritten; ++i)
-        row(file, part.names[i], written(part.word(i), tag::get(config, part.word(i))));
-}
-
-// The version line shows the device ID, a nibble as a decimal number each.
-void writeHead(std::FILE* file) {
-    const unsigned id = activeRecord().iDID;
-    std::fprintf(file, "/%s\n", kTitle);
-    std::fprintf(file, ":Library Version: %d.%d.%d \n", ZELTAGAPI_VERSION_MAJOR,
-                 ZELTAGAPI_VERSION_MINOR, ZELTAGAPI_VERSION_BUILD);
-    std::fprintf(file, ":Device FW Version: %u%u.%u%u \n", id >> 12 & 15, id >> 8 & 15,
-                 id >> 4 & 15, id & 15);
+void writeSection(std::FILE* file, const Section& section, const tsTagCfg& config) {
+    writeHeading(file, section.heading);
+    for (std::size_t i = section.firstWritten; i <= section.lastWritten; ++i)
+        writeRow(file, section.names[i],
+                 written(section.word(i), tag::get(config, section.word(i))));
 }
 
 // Whether the active configuration could be read, and so has a body.
@@ -81,10 +67,11 @@ int WriteFCfgBody(FILE* file) {
     if (!file)
         return 0;
     const tsTagCfg& config = activeConfig(activeRecord());
-    option(file, "AZERTYShiftLock", AZERTYShiftLock[0], config.AZERTYShiftLock);
-    option(file, "ExtendedPrecisionMath", ExtendedPrecisionMath[0], config.ExtendedPrecisionMath);
-    for (const Section& part : kSections)
-        writeSection(file, part, config);
+    writeOption(file, "AZERTYShiftLock", AZERTYShiftLock[0], config.AZERTYShiftLock);
+    writeOption(file, "ExtendedPrecisionMath", ExtendedPrecisionMath[0],
+                config.ExtendedPrecisionMath);
+    for (const Section& section : kSections)
+        writeSection(file, section, config);
     std::fprintf(file, "\n/ Note: DO NOT change the name \"%s\"!\n", kFieldData);
     std::fputs("/ Comment and Blank Lines between data bytes are optional.\n", file);
     std::fputs("/ ASCII Hex data bytes may be separated by Comma, Period, Space or Tab.\n", file);
@@ -100,7 +87,7 @@ int zeltag_WriteDevCfgToFile(const char* name) {
     std::FILE* file = nullptr;
     if (!name || fopen_s(&file, name, "wt") != 0)
         return 0;
-    writeHead(file);
+    writeHead(file, kTitle);
     const int highest = std::min<int>(activeRecord().iMaxConfig, kHighestConfig);
     const bool any = highest == 0 ? writeBody(file) : writeConfigs(file, highest);
     std::fclose(file);
