@@ -2,8 +2,6 @@
 // Texts handed over one character at a time, for callers that can pass numbers only.
 #pragma once
 
-#include "base/text.h"
-
 #include <cstddef>
 #include <cstring>
 

@@ -17,8 +17,8 @@ ZELTAGAPI_BEGIN
 /** Reads the identifier of the card in the active reader's field, up to 64 bits.
  * Two queries (opcodes 0x8F and 0x8E): two feature reports out, two in (USB HID 1.11, 7.2.1 and
  * 7.2.2). A report that can't be sent is tried six times, with 80 ms after each try. On a byte
- * stream one frame, tried three times, 50 ms apart; by text lines one query, whose answer counts
- * only while it is younger than the hold time, with the error words 256, 257 and 261. Locks.
+ * stream one frame, tried three times, 50 ms apart; by the ASCII protocol one query, whose answer
+ * counts only while it is younger than the hold time, with the error words 256, 257 and 261. Locks.
  * @param buffer at least 32 bytes, whatever `size` says; receives the identifier, little-endian,
  * zeros behind it
  * @param size bytes of the identifier wanted, 0 to 32; the reader delivers 8 at most

@@ -6,9 +6,9 @@
 
 #define ZELTAGAPI_ERR_NULL 0x1          /**< a null record was passed */
 #define ZELTAGAPI_ERR_NEVER_READ 0x2    /**< the configuration was never read */
-#define ZELTAGAPI_ERR_LINE_SIZE 256     /**< a buffer below 8 bytes, by the line protocol */
-#define ZELTAGAPI_ERR_LINE_CLOSED 257   /**< no open line, by the line protocol */
-#define ZELTAGAPI_ERR_LINE_ANSWER 261   /**< no whole answer, by the line protocol */
+#define ZELTAGAPI_ERR_LINE_SIZE 256     /**< a buffer below 8 bytes, by the ASCII protocol */
+#define ZELTAGAPI_ERR_LINE_CLOSED 257   /**< no open line, by the ASCII protocol */
+#define ZELTAGAPI_ERR_LINE_ANSWER 261   /**< no whole answer, by the ASCII protocol */
 #define ZELTAGAPI_ERR_READ 0x20000      /**< reading the configuration failed */
 #define ZELTAGAPI_ERR_FIELD 0x20001     /**< a user field of a stripe reader failed */
 #define ZELTAGAPI_ERR_WRITE 0x40000     /**< writing the configuration failed */

@@ -135,9 +135,9 @@ ZELTAGAPI_EXPORT int quickReadSerialPort_char(short index);
  * @param third of no effect */
 ZELTAGAPI_EXPORT void SetSerialTimeouts(int first, int second, int third);
 
-/** Chooses the ASCII line protocol for all proximity readers on lines, without a device; see
+/** Chooses the ASCII protocol for all proximity readers on lines, without a device; see
  * UseAsciiCommandProtocol(). Set it before a connect to a reader that speaks nothing else.
- * @param flag not 0: the line protocol
+ * @param flag not 0: the ASCII protocol
  * @return always 1 */
 ZELTAGAPI_EXPORT int zeltag_UseAsciiCommandProtocol(short flag);
 

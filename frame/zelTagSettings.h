@@ -254,11 +254,11 @@ ZELTAGAPI_EXPORT int SetPrependCSN(short value);
 /** @return the value held, or 0 */
 ZELTAGAPI_EXPORT int GetPrependCSN(void);
 
-/** Chooses, for all proximity readers on a byte stream, the protocol of text lines: identifier,
+/** Chooses, for all proximity readers on a byte stream, the ASCII protocol: identifier,
  * configuration read and written, factory reset, beep and LED then go that way. Readers on USB know
  * none. While it is chosen SetIDBitCnts() takes any counts, a volatile SetLEDCtrl() sends the
  * states held already, and WriteCfg() sends all, whatever is marked.
- * @param flag not 0: the protocol of text lines
+ * @param flag not 0: the ASCII protocol
  * @return 1, or the unsupported value without a proximity reader */
 ZELTAGAPI_EXPORT int UseAsciiCommandProtocol(short flag);
 

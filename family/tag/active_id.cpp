@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Reads the identifier of the card in a proximity reader's field.
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/feature_report.h"
-#include "family/tag/line_protocol.h"
 #include "family/tag/stream.h"
 #include "family/tag/tag.h"
 #include "frame/state/state.h"
@@ -128,7 +128,7 @@ int readIntoOwnBuffer(int (*read)(unsigned char*, short), short size) {
 int zeltag_GetActiveID(unsigned char* buffer, short size) {
     if (!beginRead(buffer, size))
         return readFailed();
-    if (tag::usesLines())
+    if (tag::usesAscii())
         return acp_getActiveID(buffer, size);
     if (stream::isActive())
         return streamId(buffer, size);
@@ -146,7 +146,7 @@ int zeltag_GetActiveID(unsigned char* buffer, short size) {
 int zeltag_GetActiveID32(unsigned char* buffer, short size) {
     if (!beginRead(buffer, size))
         return readFailed();
-    if (tag::usesLines())
+    if (tag::usesAscii())
         return acp_getActiveID(buffer, size);
     if (stream::isActive())
         return streamId32(buffer, size);

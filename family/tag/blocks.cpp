@@ -12,13 +12,10 @@ namespace zel::tag {
 namespace {
 
 constexpr int kNibble = 15;
-constexpr int kCharacters = 3;             // lead and trail characters together
 constexpr std::size_t kFirstCharacter = 5; // byte of block 2
 constexpr int kOptionBit = 1 << 1;         // of bytes 5 and 6 of block 3
 constexpr int kSevenBits = 127;
 constexpr int kExtBytes = 7;
-
-std::uint8_t low(int value) { return static_cast<std::uint8_t>(value); }
 
 unsigned maskOf(const Place& place) { return (1U << place.bits) - 1U; }
 
@@ -40,16 +37,12 @@ void insert(const tsTagCfg& config, const Word& word, Payload& bytes) {
     const Place& place = word.place;
     const int value = get(config, word);
     const int wire = word.kind == Kind::flag ? value != 0 : value / place.unit;
-    bytes[place.byte] |=
-        low(static_cast<int>((static_cast<unsigned>(wire) & maskOf(place)) << place.bit));
+    bytes[place.byte] |= lowByte((static_cast<unsigned>(wire) & maskOf(place)) << place.bit);
 }
 
 void decodeCharacters(tsTagCfg& config, const Payload& bytes) {
-    std::int16_t* const leads[] = {&config.sIDDispParms2.iLeadChr0, &config.sIDDispParms2.iLeadChr1,
-                                   &config.sIDDispParms2.iLeadChr2};
-    std::int16_t* const trails[] = {&config.sIDDispParms3.iTrailChr0,
-                                    &config.sIDDispParms3.iTrailChr1,
-                                    &config.sIDDispParms3.iTrailChr2};
+    const CharacterWords leads = leadsOf(config);
+    const CharacterWords trails = trailsOf(config);
     // Two bits of the block: 0 to 3. What the leads leave goes to the trails, whatever their count
     // says.
     const auto lead = static_cast<std::size_t>(config.sIDDispParms2.iLeadChrCnt);
@@ -61,23 +54,21 @@ void decodeCharacters(tsTagCfg& config, const Payload& bytes) {
 }
 
 // Leads have priority over trails when both don't fit.
-void encodeCharacters(const tsTagCfg& config, Payload& bytes) {
-    const sIDDispParms2& leads = config.sIDDispParms2;
-    const sIDDispParms3& trails = config.sIDDispParms3;
-    int lead = leads.iLeadChrCnt;
-    int trail = trails.iTrailChrCnt;
+void encodeCharacters(tsTagCfg& config, Payload& bytes) {
+    int lead = config.sIDDispParms2.iLeadChrCnt;
+    int trail = config.sIDDispParms3.iTrailChrCnt;
     if (lead + trail > kCharacters) {
         lead = std::min(lead, kCharacters);
         trail = kCharacters - lead;
     }
-    bytes[4] = low(lead + trail * 16);
-    const std::int16_t lead3[] = {leads.iLeadChr0, leads.iLeadChr1, leads.iLeadChr2};
-    const std::int16_t trail3[] = {trails.iTrailChr0, trails.iTrailChr1, trails.iTrailChr2};
+    bytes[4] = lowByte(lead + trail * 16);
     std::size_t at = kFirstCharacter;
-    for (int i = 0; i < std::min(lead, kCharacters); ++i)
-        bytes[at++] = low(lead3[i]);
-    for (int i = 0; i < std::min(trail, kCharacters) && at < bytes.size(); ++i)
-        bytes[at++] = low(trail3[i]);
+    const auto put = [&](const CharacterWords& words, int count) {
+        for (int i = 0; i < std::min(count, kCharacters) && at < bytes.size(); ++i)
+            bytes[at++] = lowByte(*words[static_cast<std::size_t>(i)]);
+    };
+    put(leadsOf(config), lead);
+    put(trailsOf(config), trail);
 }
 
 void decodeExtension(tsTagCfg& config, const Payload& bytes) {
@@ -90,12 +81,12 @@ void decodeExtension(tsTagCfg& config, const Payload& bytes) {
 }
 
 std::uint8_t withOption(std::uint16_t word, std::uint32_t option) {
-    return low((word & ~kOptionBit) | (option != 0 ? kOptionBit : 0));
+    return lowByte((word & ~kOptionBit) | (option != 0 ? kOptionBit : 0));
 }
 
 void encodeExtension(const tsTagCfg& config, Payload& bytes) {
     for (std::size_t i = 0; i < kExtBytes; ++i)
-        bytes[i] = low(config.ExtBlock[i]);
+        bytes[i] = lowByte(config.ExtBlock[i]);
     bytes[5] = withOption(config.ExtBlock[5], config.ExtendedPrecisionMath);
     bytes[6] = withOption(config.ExtBlock[6], config.AZERTYShiftLock);
 }
@@ -120,12 +111,22 @@ void encodeCounts(tsTagCfg& config, Payload& bytes) {
     const int trail = splitParity(config.sIDBitCnts.iTrailParityBitCnt, trailExcess);
     keepExcess(config, 0, leadExcess);
     keepExcess(config, 1, trailExcess);
-    bytes[2] = low(lead | trail << 4);
+    bytes[2] = lowByte(lead | trail << 4);
     for (const std::size_t byte : {0U, 1U, 3U})
         bytes[byte] &= kSevenBits;
 }
 
 } // namespace
+
+CharacterWords leadsOf(tsTagCfg& config) {
+    sIDDispParms2& words = config.sIDDispParms2;
+    return {&words.iLeadChr0, &words.iLeadChr1, &words.iLeadChr2};
+}
+
+CharacterWords trailsOf(tsTagCfg& config) {
+    sIDDispParms3& words = config.sIDDispParms3;
+    return {&words.iTrailChr0, &words.iTrailChr1, &words.iTrailChr2};
+}
 
 void clearDirty(tsDevDat& record, tsTagCfg& config) {
     config.bDirtyIDFrmt1 = config.bDirtyIDFrmt2 = config.bDirtyTime = 0;

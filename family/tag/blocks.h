@@ -2,8 +2,12 @@
 // A reader's four configuration blocks of eight bytes, to and from the words of a configuration.
 #pragma once
 
+#include "base/bytes.h"
 #include "family/tag/feature_report.h"
 #include "frame/zelTagState.h"
+
+#include <array>
+#include <cstdint>
 
 namespace zel::tag {
 
@@ -13,9 +17,15 @@ constexpr int kBlocks = 4;
 constexpr int kLongParity = 0x80;       // parity counts up to 142 instead of 15
 constexpr int kExtendedFeatures = 0x40; // iExOutputFormat, key values
 
+// The words of the lead characters and of the trail characters, which share three places.
+constexpr int kCharacters = 3;
+using CharacterWords = std::array<std::int16_t*, kCharacters>;
+CharacterWords leadsOf(tsTagCfg& config);
+CharacterWords trailsOf(tsTagCfg& config);
+
 // The command that asks for a block, or announces its data.
 constexpr Payload blockCommand(int block) {
-    return {static_cast<std::uint8_t>(static_cast<int>(Opcode::Block0) + block)};
+    return {lowByte(static_cast<int>(Opcode::Block0) + block)};
 }
 
 // Nothing of the configuration, nor of the device's LUID, waits to be written.

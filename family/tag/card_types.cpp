@@ -2,6 +2,7 @@
 // The list of card types that a multi-configuration reader knows.
 #include "family/tag/card_types.h"
 
+#include "base/bytes.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/multi_config.h"
 #include "family/tag/stream.h"
@@ -43,10 +44,10 @@ Page readPage(std::uint8_t page, Payload& reply) {
 // Appends a page of four types. Whether the list goes on behind it.
 bool append(tsDevDat& record, std::size_t& count, const Payload& page) {
     for (std::size_t at = 0; at < page.size() && count < kEntries; at += 2) {
-        const int type = page[at] | page[at + 1] << 8;
+        const std::uint16_t type = wordOf(page[at + 1], page[at]);
         if (type == 0)
             return false;
-        record.CardTypeList[count++] = static_cast<std::uint16_t>(type & tag::kCardTypeMask);
+        record.CardTypeList[count++] = type & tag::kCardTypeMask;
     }
     return count < kEntries;
 }

@@ -23,10 +23,10 @@ constexpr std::int64_t kReferenceFailed = ZELTAGAPI_ERR_REFERENCE;
 
 inline void clearError() { activeRecord().lLastErr = 0; }
 
-// Adds bits to the active device's error word. Always 0, the result of a failed operation.
-inline int fail(std::int64_t bits) {
+// Adds bits to the active device's error word. Always false, the result of a failed operation.
+inline bool fail(std::int64_t bits) {
     activeRecord().lLastErr |= bits;
-    return 0;
+    return false;
 }
 
 } // namespace zel::tag

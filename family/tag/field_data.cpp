@@ -43,7 +43,7 @@ bool readPages(Staging& staging) {
     int pages = kOldHeader;
     for (int page = 0; page < std::min(pages, kMostPages); ++page) {
         if (!send(fieldPage(page)))
-            return fail(kReadFailed) != 0;
+            return fail(kReadFailed);
         Payload reply;
         if (!fetch(reply)) {
             fail(kReadFailed);

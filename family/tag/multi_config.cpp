@@ -2,6 +2,7 @@
 // The commands of multi-configuration readers.
 #include "family/tag/multi_config.h"
 
+#include "base/bytes.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/stream.h"
@@ -30,12 +31,6 @@ constexpr int kHighestConfig = ZELTAGAPI_MAX_CONFIGS - 1;
 constexpr useconds_t kCardTypePause = 10'000; // µs
 constexpr useconds_t kMovePause = 100'000;    // µs
 
-std::uint8_t low(unsigned value) { return static_cast<std::uint8_t>(value); }
-
-std::uint16_t wordOf(std::uint8_t lowByte, std::uint8_t highByte) {
-    return static_cast<std::uint16_t>(lowByte | highByte << 8);
-}
-
 int settle(tsDevDat& record, std::uint32_t state) {
     record.iTagPlusState = state;
     return 0;
@@ -56,24 +51,29 @@ int readCardType(tsDevDat& record) {
     Payload reply;
     if (!tag::query(command(Opcode::CardType), reply))
         return tag::fail(tag::kReadFailed);
-    keepCardType(record, wordOf(reply[1], reply[2]), reply[3]);
+    keepCardType(record, wordOf(reply[2], reply[1]), reply[3]);
     return 1;
+}
+
+// What a stream refuses is asked once more. `replyLength` counts one byte more than comes.
+bool askStream(Frame& frame, unsigned headLength, unsigned replyLength) {
+    return stream::read(frame, headLength, replyLength) ||
+           stream::read(frame, headLength, replyLength);
 }
 
 // On a stream one reply tells it all: a 1, the active configuration, the number of configurations,
 // a 0, the card type in two bytes, its priority in bit 0.
 int settleOnStream(tsDevDat& record) {
     Frame frame(Instruction::Multi, kAsk);
-    const bool answers = stream::read(frame, 4, 8) || stream::read(frame, 4, 8);
     const std::uint8_t* const data = frame.data();
-    if (!answers || data[0] != 1 || data[1] > kHighestConfig || data[3] != 0)
+    if (!askStream(frame, 4, 8) || data[0] != 1 || data[1] > kHighestConfig || data[3] != 0)
         return settle(record, tag::kProbeFailed);
     const int highest = data[2] - 1;
     if (highest < 0 || highest > kHighestConfig)
         return 1;
     record.iMaxConfig = static_cast<std::uint16_t>(highest);
-    record.iActConfig = low(std::min<unsigned>(data[1], static_cast<unsigned>(highest)));
-    keepCardType(record, wordOf(data[4], data[5]), data[6]);
+    record.iActConfig = lowByte(std::min<int>(data[1], highest));
+    keepCardType(record, wordOf(data[5], data[4]), data[6]);
     return 1;
 }
 
@@ -81,7 +81,7 @@ int settleOnUsb(tsDevDat& record) {
     if (!tag::send(command(Opcode::Multi, kAsk)))
         return settle(record, tag::kProbeFailed);
     Payload reply;
-    if (!tag::fetch(reply) || reply[0] != low(static_cast<unsigned>(Opcode::Multi)))
+    if (!tag::fetch(reply) || reply[0] != lowByte(Opcode::Multi))
         return settle(record, tag::kNotKnown);
     const int highest = highestConfig(reply);
     if (highest < 0 || highest > kHighestConfig) {
@@ -89,12 +89,13 @@ int settleOnUsb(tsDevDat& record) {
         return settle(record, tag::kNotKnown);
     }
     record.iMaxConfig = static_cast<std::uint16_t>(highest);
-    record.iActConfig = low(std::min<unsigned>(reply[2], static_cast<unsigned>(highest)));
+    record.iActConfig = lowByte(std::min<int>(reply[2], highest));
     return readCardType(record);
 }
 
 Payload cardTypeOf(const tsTagCfg& config) {
-    return {0, low(config.iCardType), low(config.iCardType >> 8U), low(config.iCardPriority != 0)};
+    return {0, lowByte(config.iCardType), lowByte(config.iCardType >> 8U),
+            lowByte(config.iCardPriority != 0)};
 }
 
 // Whatever is known of the reader, and without a pause.
@@ -113,19 +114,19 @@ int writeCardTypeOnUsb(const tsTagCfg& config) {
 
 bool selectOnStream(std::uint8_t config) {
     Frame frame(Instruction::Multi, kSelect, config);
-    return stream::read(frame, 4, 8) || stream::read(frame, 4, 8);
+    return askStream(frame, 4, 8);
 }
 
 bool selectOnUsb(std::uint8_t config) {
     Payload reply;
     return tag::query(command(Opcode::Multi, kSelect, config), reply) &&
-           reply[0] == low(static_cast<unsigned>(Opcode::Multi)) && reply[1] == kSelect;
+           reply[0] == lowByte(Opcode::Multi) && reply[1] == kSelect;
 }
 
 bool moveOnStream(std::uint8_t source, std::uint8_t target) {
     Frame frame(Instruction::Multi, kMove, source, target);
     frame.bytes[6] = kMoveEnd;
-    return stream::read(frame, 6, 6) || stream::read(frame, 6, 6);
+    return askStream(frame, 6, 6);
 }
 
 // Only a reply that doesn't come is told by the error word.
@@ -135,7 +136,7 @@ bool moveOnUsb(std::uint8_t source, std::uint8_t target) {
     if (!tag::send(request))
         return false;
     Payload reply;
-    return tag::fetch(reply) || tag::fail(tag::kServiceFailed) != 0;
+    return tag::fetch(reply) || tag::fail(tag::kServiceFailed);
 }
 
 } // namespace
@@ -159,15 +160,15 @@ int zeltag_SendSelectActConfig(int config) {
     tsDevDat& record = activeRecord();
     if (record.iTagPlusState != tag::kMultiConfig)
         return 0;
-    record.iActConfig = low(static_cast<unsigned>(config));
+    record.iActConfig = lowByte(config);
     return stream::isActive() ? selectOnStream(record.iActConfig) : selectOnUsb(record.iActConfig);
 }
 
 int PlusBlockMove(int source, int target) {
     if (activeRecord().iTagPlusState != tag::kMultiConfig)
         return 0;
-    const std::uint8_t from = low(static_cast<unsigned>(source & kSetBits));
-    const std::uint8_t to = low(static_cast<unsigned>(target & kSetBits));
+    const std::uint8_t from = lowByte(source & kSetBits);
+    const std::uint8_t to = lowByte(target & kSetBits);
     if (!(stream::isActive() ? moveOnStream(from, to) : moveOnUsb(from, to)))
         return 0;
     usleep(kMovePause);

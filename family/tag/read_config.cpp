@@ -2,12 +2,13 @@
 // Fills the records of a configuration from the reader.
 #include "family/tag/read_config.h"
 
+#include "base/bytes.h"
 #include "base/text.h"
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/blocks.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/field_data.h"
-#include "family/tag/line_protocol.h"
 #include "family/tag/multi_config.h"
 #include "family/tag/services.h"
 #include "family/tag/stream.h"
@@ -37,15 +38,15 @@ bool ask(const Payload& request, stream::Frame&& frame, Payload& reply) {
 bool readIds(tsDevDat& record) {
     Payload reply;
     if (!ask(tag::command(tag::Opcode::Luid), {stream::Instruction::Presence, 0, 0, 4}, reply))
-        return tag::fail(tag::kReadFailed) != 0;
-    record.iLUID = static_cast<std::uint16_t>(reply[0] | reply[1] << 8);
-    record.iDID = static_cast<std::uint16_t>(reply[2] | reply[3] << 8);
+        return tag::fail(tag::kReadFailed);
+    record.iLUID = wordOf(reply[1], reply[0]);
+    record.iDID = wordOf(reply[3], reply[2]);
     record.lSN = kNoSerialNumber;
     return true;
 }
 
 // A block that a stream doesn't deliver is told by lLastICSWErr alone.
-bool blockFailed() { return !stream::isActive() && tag::fail(tag::kReadFailed) != 0; }
+bool blockFailed() { return !stream::isActive() && tag::fail(tag::kReadFailed); }
 
 bool readBlocks(tsTagCfg& config) {
     for (int block = 0; block < tag::kBlocks; ++block) {
@@ -106,7 +107,7 @@ int readAll(tsDevDat& record) {
 } // namespace
 
 int zeltag_ReadCfgOneConfig() {
-    if (tag::usesLines())
+    if (tag::usesAscii())
         return AcpReadCfg();
     tsDevDat& record = activeRecord();
     tsTagCfg& config = activeConfig(record);

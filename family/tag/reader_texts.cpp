@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Texts and numbers that a reader tells of itself.
+#include "base/bytes.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/services.h"
 #include "family/tag/stream.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <iterator>
 
@@ -25,16 +25,14 @@ constexpr std::uint8_t kFullVersion = 4;
 constexpr std::uint8_t kFileName = 7;
 constexpr std::uint8_t kSerialNumber = 0x05;
 constexpr std::uint8_t kVersion = 0x03;
-constexpr int kUnits = 3;
-constexpr int kSlots = 5;
+constexpr int kUnits = std::size(decltype(tsDevDat::FWVerTbl){});
+constexpr int kSlots = std::size(decltype(tsDevDat::FWVerTbl){}[0]);
 
 // Each text has a buffer of its own, good until it is asked for again.
 constinit char fileName[65] = {};
 constinit char fullVersion[65] = {};
 constinit char partNumber[25] = {};
 constinit unsigned char serialNumber[32] = {};
-
-std::uint8_t low(int value) { return static_cast<std::uint8_t>(value); }
 
 std::uint32_t bigEndian(const std::uint8_t* bytes) {
     return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
@@ -56,7 +54,7 @@ char* readText(char (&text)[Size], int count, bool (*ask)(int index, char& chara
 bool askReport(const Payload& request, std::int64_t error, char& character) {
     Payload reply;
     if (!tag::query(request, reply))
-        return tag::fail(error) != 0;
+        return tag::fail(error);
     character = static_cast<char>(reply[0]);
     return true;
 }
@@ -74,21 +72,23 @@ std::uint32_t versionOnStream(int unit, int slot) {
     Frame frame(Instruction::Multi, kVersion, unit, slot);
     const bool answers = stream::read(frame, 4, 8);
     const std::uint8_t* const data = frame.data();
-    if (data[0] == kVersion && data[1] == low(unit))
+    if (data[0] == kVersion && data[1] == lowByte(unit))
         return bigEndian(data + 3);
     return answers ? 1 : 0;
 }
 
 std::uint32_t versionOnUsb(tsDevDat& record, int unit, int slot) {
-    const Payload request = tag::command(Opcode::Multi, kVersion, low(unit), low(slot));
+    const Payload request = tag::command(Opcode::Multi, kVersion, lowByte(unit), lowByte(slot));
     if (!tag::send(request))
         return 0;
     Payload reply;
-    if (!tag::fetch(reply))
-        return static_cast<unsigned>(tag::fail(tag::kServiceFailed));
+    if (!tag::fetch(reply)) {
+        tag::fail(tag::kServiceFailed);
+        return 0;
+    }
     const bool echoes = std::equal(request.begin(), request.begin() + 4, reply.begin());
     const std::uint32_t version = echoes ? bigEndian(&reply[4]) : 0;
-    record.FWVerTbl[low(unit) % kUnits][low(slot) % kSlots] = version;
+    record.FWVerTbl[lowByte(unit) % kUnits][lowByte(slot) % kSlots] = version;
     return version;
 }
 
@@ -97,7 +97,7 @@ std::uint32_t versionOnUsb(tsDevDat& record, int unit, int slot) {
 char* zeltag_GetFWFilename() {
     tag::clearError();
     return readText(fileName, 8, [](int i, char& character) {
-        return askReport(tag::command(Opcode::Service, kFirmwareText, kFileName, low(i)),
+        return askReport(tag::command(Opcode::Service, kFirmwareText, kFileName, lowByte(i)),
                          tag::kFileNameFailed, character);
     });
 }
@@ -105,7 +105,7 @@ char* zeltag_GetFWFilename() {
 char* zeltag_GetFullFWVersion() {
     tag::clearError();
     return readText(fullVersion, 3, [](int i, char& character) {
-        return askReport(tag::command(Opcode::Service, kFirmwareText, kFullVersion, low(i)),
+        return askReport(tag::command(Opcode::Service, kFirmwareText, kFullVersion, lowByte(i)),
                          tag::kFullVersionFailed, character);
     });
 }
@@ -114,7 +114,7 @@ char* zeltag_getPartNumberString() {
     if (stream::isActive())
         return readText(partNumber, 3, askStream);
     return readText(partNumber, 3, [](int i, char& character) {
-        return askReport(tag::command(Opcode::Service, kPartNumber, low(i)), tag::kReadFailed,
+        return askReport(tag::command(Opcode::Service, kPartNumber, lowByte(i)), tag::kReadFailed,
                          character);
     });
 }
@@ -126,7 +126,7 @@ unsigned char* zeltag_getESN() {
     std::memset(serialNumber, 0, sizeof serialNumber);
     for (int page = 0; page < 4; ++page) {
         Payload reply;
-        if (!tag::query(tag::command(Opcode::Service, kSerialNumber, low(page)), reply)) {
+        if (!tag::query(tag::command(Opcode::Service, kSerialNumber, lowByte(page)), reply)) {
             tag::fail(tag::kServiceFailed);
             return nullptr;
         }

@@ -2,8 +2,8 @@
 // Gets and sets records in memory; a change waits there for the next write of the configuration.
 #include "family/tag/records.h"
 
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/error_words.h"
-#include "family/tag/line_protocol.h"
 #include "family/tag/validators.h"
 #include "family/tag/words.h"
 #include "family/tag/write_config.h"
@@ -35,7 +35,7 @@ template <class Record> int getRecord(Record tsTagCfg::*member, Record* out) {
 template <class Record> bool accept(Record* record, int (*check)(Record*, int)) {
     activeRecord().lLastErr = tag::kSetBase;
     if (!record)
-        return fail(tag::kNullRecord) != 0;
+        return fail(tag::kNullRecord);
     return check(record, 0) != 0;
 }
 
@@ -75,10 +75,10 @@ std::int16_t flagByte(const tsTagCfg& configuration) {
 // Whether a buffer can hold the field data of a configuration that was read.
 bool acceptFieldData(const void* buffer, short size) {
     if (!buffer)
-        return fail(tag::kNullRecord) != 0;
+        return fail(tag::kNullRecord);
     if (size < static_cast<short>(sizeof(uSFD)))
         return false;
-    return config().bCfgValid != 0 || fail(tag::kNeverRead) != 0;
+    return config().bCfgValid != 0 || fail(tag::kNeverRead);
 }
 
 } // namespace
@@ -154,13 +154,13 @@ int zeltag_SetTimeParms(sTimeParms* record) {
 
 int zeltag_GetLEDCtrl(sLEDCtrl* record) { return getRecord(&tsTagCfg::sLEDCtrl, record); }
 
-// By the line protocol a volatile record isn't stored: what goes out is what the configuration
+// By the ASCII protocol a volatile record isn't stored: what goes out is what the configuration
 // holds already.
 int zeltag_SetLEDCtrl(sLEDCtrl* record) {
-    if (tag::usesLines() && record && record->bVolatile != 0) {
+    if (tag::usesAscii() && record && record->bVolatile != 0) {
         if (!accept(record, CheckUserLEDCtrl))
             return 0;
-        tag::sendLedByLine(config());
+        tag::sendLedByAscii(config());
         return succeed();
     }
     return setOutputs(&tsTagCfg::sLEDCtrl, record, CheckUserLEDCtrl);

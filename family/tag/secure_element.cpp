@@ -50,7 +50,7 @@ bool open(const Reference& reference) {
         return false;
     Payload reply;
     if (!tag::fetch(reply))
-        return tag::fail(tag::kReferenceFailed) != 0;
+        return tag::fail(tag::kReferenceFailed);
     return echoes(request, reply);
 }
 

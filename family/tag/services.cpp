@@ -2,9 +2,9 @@
 // Beep, volume, radio: one query each.
 #include "family/tag/services.h"
 
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
-#include "family/tag/line_protocol.h"
 #include "family/tag/stream.h"
 #include "frame/zelTagAPI.h"
 
@@ -40,7 +40,7 @@ bool isZero(const Payload& reply) {
 // One query with an error word of its own. Whether both reports went through.
 bool ask(const Payload& request, Payload& reply, std::int64_t error) {
     tag::clearError();
-    return tag::query(request, reply) || tag::fail(error) != 0;
+    return tag::query(request, reply) || tag::fail(error);
 }
 
 bool askRadio(int& state) {
@@ -63,8 +63,8 @@ std::uint8_t beepCode(unsigned char code, short isLong) {
 }
 
 int beepOnStream(std::uint8_t code) {
-    if (tag::usesLines())
-        return tag::beepByLine(code);
+    if (tag::usesAscii())
+        return tag::beepByAscii(code);
     Frame frame(Instruction::Service, kBeep, code);
     return stream::command(frame) ? 1 : 0;
 }

@@ -5,7 +5,6 @@
 
 #include "frame/zelTagState.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

@@ -2,11 +2,11 @@
 // Sends what is marked, in the order that the reader wants, and commits it.
 #include "family/tag/write_config.h"
 
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/blocks.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/field_data.h"
-#include "family/tag/line_protocol.h"
 #include "family/tag/multi_config.h"
 #include "family/tag/read_config.h"
 #include "family/tag/services.h"
@@ -35,7 +35,7 @@ constexpr std::uint8_t kLuidBit = 0x80;
 constexpr std::uint8_t kFieldBit = 0x20;
 
 bool send(const Payload& request, const Payload& data) {
-    return tag::write(request, data) == tag::Written::Yes || tag::fail(tag::kWriteFailed) != 0;
+    return tag::write(request, data) == tag::Written::Yes || tag::fail(tag::kWriteFailed);
 }
 
 // What a stream doesn't take is told by lLastICSWErr alone.
@@ -62,14 +62,14 @@ bool writeBlock(tsTagCfg& config, int block) {
 
 bool commit(std::uint8_t mask) {
     if (!stream::isActive())
-        return tag::send(command(Opcode::Commit, mask)) || tag::fail(tag::kWriteFailed) != 0;
+        return tag::send(command(Opcode::Commit, mask)) || tag::fail(tag::kWriteFailed);
     Frame frame(Instruction::Commit, mask);
     return stream::command(frame);
 }
 
 bool reset() {
     if (!stream::isActive())
-        return tag::send(command(Opcode::Factory)) || tag::fail(tag::kResetFailed) != 0;
+        return tag::send(command(Opcode::Factory)) || tag::fail(tag::kResetFailed);
     Frame frame(Instruction::Factory);
     return stream::command(frame);
 }
@@ -108,7 +108,7 @@ int WrtIDFrmtParms2(tsTagCfg* config) { return writeBlock(*config, 2) ? 1 : 0; }
 int zeltag_write_cfg() {
     tsDevDat& record = activeRecord();
     tsTagCfg& config = activeConfig(record);
-    if (tag::usesLines())
+    if (tag::usesAscii())
         return AcpWriteCfg();
     tag::clearError();
     std::uint8_t mask = 0;
@@ -153,8 +153,8 @@ int zeltag_WriteCfg() {
 
 int zeltag_ResetFactoryDflts() {
     tag::clearError();
-    if (tag::usesLines())
-        return tag::resetByLine();
+    if (tag::usesAscii())
+        return tag::resetByAscii();
     if (!reset())
         return 0;
     usleep(kSlowPause);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The exported single operations of a reader.
 #include "family/tag/services.h"
+#include "base/text.h"
 #include "base/text_by_character.h"
 #include "family/band/band.h"
 #include "frame/calls/dispatch.h"

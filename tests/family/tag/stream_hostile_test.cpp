@@ -4,7 +4,7 @@
 #include "family/tag/multi_config.h"
 #include "family/tag/services.h"
 #include "frame/zelTagAPI.h"
-#include "tests/family/tag/line_script.h"
+#include "tests/family/tag/ascii_script.h"
 
 #include <array>
 #include <functional>

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
-// Reads and writes a configuration by the line protocol: variables of the reader and their words.
+// Reads and writes a configuration by the ASCII protocol: variables of the reader and their words.
 //
 // A variable that the listing lacks reads as 0. Times are milliseconds, without a unit of the
 // reader's own.
+#include "family/tag/ascii_answer.h"
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/blocks.h"
-#include "family/tag/line_answer.h"
-#include "family/tag/line_protocol.h"
 #include "transport/port.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstring>
 
 using namespace zel;
 
@@ -22,10 +21,8 @@ constexpr char kVersion[] = "\rZTAG:DEV.VER\r";
 constexpr std::size_t kShortestListing = 700; // an answer must be longer
 constexpr std::size_t kShortestVersion = 10;
 constexpr std::int16_t kKeyTime = 20; // ms
-constexpr int kReaderControlsLed = 255;
 constexpr int kMostIdBits = 64;
 constexpr int kFewestBits = 26;
-constexpr int kCharacters = 3; // leads and trails share them
 constexpr int kHexadecimal = 16;
 constexpr int kDecimal = 10;
 
@@ -92,7 +89,7 @@ constexpr const Variable* kWrittenFirst[] = {
 constexpr const Variable* kWrittenLater[] = {&kFacDelimiter, &kIdDigits, &kGone1, &kGone2};
 constexpr const Variable* kWrittenLast[] = {&kLeadCount, &kTrailCount};
 
-constexpr const char* kCharacterKeys[kCharacters] = {":chr.1", ":chr.2", ":chr.3"};
+constexpr const char* kCharacterKeys[tag::kCharacters] = {":chr.1", ":chr.2", ":chr.3"};
 
 std::int16_t valueOf(const Answer& listing, const char* key) {
     return static_cast<std::int16_t>(AcpGetValue(listing.data(), key));
@@ -116,8 +113,8 @@ void setFixedWords(tsTagCfg& config) {
 
 // The states are told only where the application controls them.
 void takeLed(tsTagCfg& config, int value) {
-    config.sLEDCtrl.bAppCtrlsLED = value == kReaderControlsLed ? 0 : 1;
-    if (value == kReaderControlsLed)
+    config.sLEDCtrl.bAppCtrlsLED = value == tag::kReaderControlsLed ? 0 : 1;
+    if (value == tag::kReaderControlsLed)
         return;
     config.sLEDCtrl.iRedLEDState = value & 1;
     config.sLEDCtrl.iGrnLEDState = value >> 1 & 1;
@@ -138,29 +135,19 @@ void settleWords(tsTagCfg& config) {
     config.sCfgFlags.bFixLenDsp = hasFixedLength(config);
 }
 
-std::array<std::int16_t*, kCharacters> leadsOf(tsTagCfg& config) {
-    sIDDispParms2& words = config.sIDDispParms2;
-    return {&words.iLeadChr0, &words.iLeadChr1, &words.iLeadChr2};
-}
-
-std::array<std::int16_t*, kCharacters> trailsOf(tsTagCfg& config) {
-    sIDDispParms3& words = config.sIDDispParms3;
-    return {&words.iTrailChr0, &words.iTrailChr1, &words.iTrailChr2};
-}
-
 // The leads take the shared characters whatever their count says; the trails take them from that
 // count on.
 void takeCharacters(tsTagCfg& config, const Answer& listing) {
-    const std::array<std::int16_t, kCharacters> shared = {valueOf(listing, kCharacterKeys[0]),
-                                                          valueOf(listing, kCharacterKeys[1]),
-                                                          valueOf(listing, kCharacterKeys[2])};
+    const std::array<std::int16_t, tag::kCharacters> shared = {valueOf(listing, kCharacterKeys[0]),
+                                                               valueOf(listing, kCharacterKeys[1]),
+                                                               valueOf(listing, kCharacterKeys[2])};
     for (std::size_t i = 0; i < shared.size(); ++i)
-        *leadsOf(config)[i] = shared[i];
+        *tag::leadsOf(config)[i] = shared[i];
     const int first = config.sIDDispParms2.iLeadChrCnt;
-    for (int i = 0; i < kCharacters; ++i) {
+    for (int i = 0; i < tag::kCharacters; ++i) {
         const int at = first + i;
-        const bool isInside = at >= 0 && at < kCharacters;
-        *trailsOf(config)[static_cast<std::size_t>(i)] =
+        const bool isInside = at >= 0 && at < tag::kCharacters;
+        *tag::trailsOf(config)[static_cast<std::size_t>(i)] =
             isInside ? shared[static_cast<std::size_t>(at)] : std::int16_t{0};
     }
 }
@@ -206,13 +193,13 @@ void assignAll(const Variable* const (&variables)[Count], tsTagCfg& config) {
 // The characters of the leads first, then those of the trails, three in all.
 void assignCharacters(tsTagCfg& config) {
     const int leads = config.sIDDispParms2.iLeadChrCnt;
-    for (int i = 0; i < kCharacters; ++i) {
+    for (int i = 0; i < tag::kCharacters; ++i) {
         const bool isLead = i < leads;
         const auto at = static_cast<std::size_t>(isLead || leads < 0 ? i : i - leads);
         char format[64];
         std::snprintf(format, sizeof format, "%s='\\x%%02X'",
                       kCharacterKeys[static_cast<std::size_t>(i)] + 1);
-        SendAcpCommand(format, isLead ? *leadsOf(config)[at] : *trailsOf(config)[at]);
+        SendAcpCommand(format, isLead ? *tag::leadsOf(config)[at] : *tag::trailsOf(config)[at]);
     }
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Reads the card's identifier by the line protocol.
+// Reads the card's identifier by the ASCII protocol.
+#include "family/tag/ascii_answer.h"
+#include "family/tag/ascii_protocol.h"
 #include "family/tag/error_words.h"
-#include "family/tag/line_answer.h"
-#include "family/tag/line_protocol.h"
 #include "transport/port.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Numbers and values in the answers of the line protocol.
-#include "family/tag/line_answer.h"
+// Numbers and values in the answers of the ASCII protocol.
+#include "family/tag/ascii_answer.h"
 
-#include "family/tag/line_protocol.h"
+#include "family/tag/ascii_protocol.h"
 
 #include <array>
 #include <cstdlib>

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Writing a configuration by the line protocol, and both ways with a simulated reader.
+// Writing a configuration by the ASCII protocol, and both ways with a simulated reader.
 #include "frame/zelTagAPI.h"
-#include "tests/family/tag/line_script.h"
+#include "tests/family/tag/ascii_script.h"
 
 using namespace zel::test;
 
 namespace {
 
-class LineConfigurationWrite : public LineProtocolTest {
+class AsciiConfigurationWrite : public AsciiProtocolTest {
 protected:
-    LineConfigurationWrite() {
+    AsciiConfigurationWrite() {
         tsTagCfg& filled = config();
         filled.sLEDCtrl.bAppCtrlsLED = filled.sLEDCtrl.iRedLEDState = 1;
         filled.sCfgFlags = {0, 1, 1, 0, 1, 0, 1, 0};
@@ -32,7 +32,7 @@ protected:
 
 } // namespace
 
-TEST_F(LineConfigurationWrite, AssignsInAFixedOrder) {
+TEST_F(AsciiConfigurationWrite, AssignsInAFixedOrder) {
     EXPECT_EQ(AcpWriteCfg(), 1);
     EXPECT_EQ(heard(), "\rZTAG:cmd.echo=0\rZTAG:cmd.prompt=1\r"
                        "\rztag:out.led=1\r"
@@ -64,7 +64,7 @@ TEST_F(LineConfigurationWrite, AssignsInAFixedOrder) {
                        "\rztag:chr.count.trail=2\r");
 }
 
-TEST_F(LineConfigurationWrite, SetsTheFlagOfAFixedLengthInTheRecord) {
+TEST_F(AsciiConfigurationWrite, SetsTheFlagOfAFixedLengthInTheRecord) {
     EXPECT_EQ(AcpWriteCfg(), 1);
     EXPECT_EQ(config().sCfgFlags.bFixLenDsp, 1);
     config().sIDDispParms.iFACDispLen = 0;
@@ -72,7 +72,7 @@ TEST_F(LineConfigurationWrite, SetsTheFlagOfAFixedLengthInTheRecord) {
     EXPECT_EQ(config().sCfgFlags.bFixLenDsp, 0);
 }
 
-TEST_F(LineConfigurationWrite, SharesThreeCharactersAmongLeadsAndTrails) {
+TEST_F(AsciiConfigurationWrite, SharesThreeCharactersAmongLeadsAndTrails) {
     const struct {
         std::int16_t leads;
         const char* lines;
@@ -90,7 +90,7 @@ TEST_F(LineConfigurationWrite, SharesThreeCharactersAmongLeadsAndTrails) {
     }
 }
 
-TEST_F(LineConfigurationWrite, NeitherAsksForMarksNorClearsThem) {
+TEST_F(AsciiConfigurationWrite, NeitherAsksForMarksNorClearsThem) {
     config().bDirtyIDFrmt1 = record().bLUIDDirty = 1;
     record().lLastErr = 0x55;
     EXPECT_EQ(AcpWriteCfg(), 1);
@@ -98,7 +98,7 @@ TEST_F(LineConfigurationWrite, NeitherAsksForMarksNorClearsThem) {
     EXPECT_EQ(record().lLastErr, 0);
 }
 
-TEST_F(LineConfigurationWrite, CleansTheLinkBehindTheSetUpAndAtTheEnd) {
+TEST_F(AsciiConfigurationWrite, CleansTheLinkBehindTheSetUpAndAtTheEnd) {
     EXPECT_EQ(AcpWriteCfg(), 1);
     const std::string all = pauses();
     EXPECT_EQ(all.substr(0, 22), "~ 1 ms x 18\n~ 20 ms\n~ ");
@@ -106,7 +106,7 @@ TEST_F(LineConfigurationWrite, CleansTheLinkBehindTheSetUpAndAtTheEnd) {
     EXPECT_EQ(all.find("~ 20 ms", 20), all.size() - 8) << "and nowhere between";
 }
 
-TEST_F(LineConfigurationWrite, SucceedsWithoutAStream) {
+TEST_F(AsciiConfigurationWrite, SucceedsWithoutAStream) {
     closeLine();
     EXPECT_EQ(AcpWriteCfg(), 1);
     takeLineAway();
@@ -114,14 +114,14 @@ TEST_F(LineConfigurationWrite, SucceedsWithoutAStream) {
     EXPECT_EQ(heard(), "");
 }
 
-TEST_F(LineConfigurationWrite, AsksForTheVolumeByAFrameAndPauses) {
+TEST_F(AsciiConfigurationWrite, AsksForTheVolumeByAFrameAndPauses) {
     EXPECT_EQ(WriteCfg(), 1);
     EXPECT_NE(heard().find(std::string("\xFA\x0C\x06\x00\x00", 5)), std::string::npos);
     const std::string all = pauses();
     EXPECT_EQ(all.substr(all.size() - 10), "~ 1200 ms\n");
 }
 
-TEST_F(StreamTest, ReadsAndWritesASimulatedReaderByLines) {
+TEST_F(StreamTest, ReadsAndWritesASimulatedReaderByTheAsciiProtocol) {
     const auto stream = connectSimulated();
     stream->reader().settings().luid = 0x1234;
     UseAsciiCommandProtocol(1);

@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
-// Single lines of the line protocol: assignments, beeps, LEDs, the reset; and which readers they
+// Single lines of the ASCII protocol: assignments, beeps, LEDs, the reset; and which readers they
 // are for.
 #include "family/tag/tag.h"
 #include "frame/zelTagAPI.h"
-#include "tests/family/tag/line_script.h"
+#include "tests/family/tag/ascii_script.h"
 
 #include <climits>
 
 using namespace zel::test;
 
 namespace {
-class Assignment : public LineProtocolTest {};
-class LineBeep : public LineProtocolTest {};
-class LineLed : public LineProtocolTest {};
-class LineReset : public LineProtocolTest {};
-class LineProtocol : public LineProtocolTest {};
-class LineProtocolOverUsb : public LibraryTest {
+class Assignment : public AsciiProtocolTest {};
+class AsciiBeep : public AsciiProtocolTest {};
+class AsciiLed : public AsciiProtocolTest {};
+class AsciiReset : public AsciiProtocolTest {};
+class AsciiProtocol : public AsciiProtocolTest {};
+class AsciiProtocolOverUsb : public LibraryTest {
 protected:
-    ~LineProtocolOverUsb() override { useACPMode = 0; }
+    ~AsciiProtocolOverUsb() override { useACPMode = 0; }
 };
 } // namespace
 
@@ -74,7 +74,7 @@ TEST_F(Assignment, NeedsAnOpenStreamAndAFormat) {
     EXPECT_EQ(pauses(), "");
 }
 
-TEST_F(LineBeep, IsShortOrLong) {
+TEST_F(AsciiBeep, IsShortOrLong) {
     const struct {
         unsigned char code;
         short isLong;
@@ -92,12 +92,12 @@ TEST_F(LineBeep, IsShortOrLong) {
     }
 }
 
-TEST_F(LineBeep, SucceedsOnAClosedStreamToo) {
+TEST_F(AsciiBeep, SucceedsOnAClosedStreamToo) {
     closeLine();
     EXPECT_EQ(BeepNow(1, 0), 1);
 }
 
-TEST_F(LineLed, IsThatOfTheConfigurationAndNotOfTheCall) {
+TEST_F(AsciiLed, IsThatOfTheConfigurationAndNotOfTheCall) {
     config().sLEDCtrl.bAppCtrlsLED = 1;
     config().sLEDCtrl.iGrnLEDState = 1;
     record().lLastErr = 5;
@@ -112,7 +112,7 @@ TEST_F(LineLed, IsThatOfTheConfigurationAndNotOfTheCall) {
     EXPECT_EQ(GetLastLibErr(), 0);
 }
 
-TEST_F(LineLed, Is255WhereTheReaderControlsIt) {
+TEST_F(AsciiLed, Is255WhereTheReaderControlsIt) {
     config().sLEDCtrl.iRedLEDState = config().sLEDCtrl.iGrnLEDState = 1;
     sLEDCtrl leds = {};
     leds.bVolatile = leds.bAppCtrlsLED = 1;
@@ -123,7 +123,7 @@ TEST_F(LineLed, Is255WhereTheReaderControlsIt) {
     EXPECT_EQ(heard(), "\rztag:out.led=3\r");
 }
 
-TEST_F(LineLed, ThatIsNotVolatileIsStoredForTheNextWrite) {
+TEST_F(AsciiLed, ThatIsNotVolatileIsStoredForTheNextWrite) {
     sLEDCtrl leds = {};
     leds.iRedLEDState = 1;
     EXPECT_EQ(SetLEDCtrl(&leds), 1);
@@ -132,14 +132,14 @@ TEST_F(LineLed, ThatIsNotVolatileIsStoredForTheNextWrite) {
     EXPECT_EQ(config().bDirtyIDFrmt2, 1U);
 }
 
-TEST_F(LineLed, OfANullRecordIsRefused) {
+TEST_F(AsciiLed, OfANullRecordIsRefused) {
     EXPECT_EQ(SetLEDCtrl(nullptr), 0);
     EXPECT_EQ(GetLastLibErr(), 0x200001);
     EXPECT_EQ(heard(), "");
 }
 
 // A beeper and a relay have no line: they go by a frame.
-TEST_F(LineLed, IsTheOnlyOutputWithALine) {
+TEST_F(AsciiLed, IsTheOnlyOutputWithALine) {
     sBprRlyCtrl outputs = {};
     outputs.bVolatile = outputs.iRelayState = 1;
     EXPECT_EQ(SetBprRlyCtrl(&outputs), 1);
@@ -147,7 +147,7 @@ TEST_F(LineLed, IsTheOnlyOutputWithALine) {
     EXPECT_EQ(config().sBprRlyCtrl.iRelayState, 1);
 }
 
-TEST_F(LineReset, WaitsAndReadsNothingBack) {
+TEST_F(AsciiReset, WaitsAndReadsNothingBack) {
     record().lLastErr = 5;
     EXPECT_EQ(ResetFactoryDflts(), 1);
     EXPECT_EQ(heard(), "\rZTAG:CFG.RESET\r");
@@ -156,7 +156,7 @@ TEST_F(LineReset, WaitsAndReadsNothingBack) {
     EXPECT_EQ(config().bCfgValid, 0U);
 }
 
-TEST_F(LineReset, SucceedsOnAClosedStreamToo) {
+TEST_F(AsciiReset, SucceedsOnAClosedStreamToo) {
     closeLine();
     EXPECT_EQ(ResetFactoryDflts(), 1);
     takeLineAway();
@@ -164,7 +164,7 @@ TEST_F(LineReset, SucceedsOnAClosedStreamToo) {
     EXPECT_EQ(heard(), "");
 }
 
-TEST_F(LineProtocol, IsChosenForAllReadersAndForgottenByStartUp) {
+TEST_F(AsciiProtocol, IsChosenForAllReadersAndForgottenByStartUp) {
     useACPMode = 0;
     EXPECT_EQ(UseAsciiCommandProtocol(-2), 1);
     EXPECT_EQ(useACPMode, -2);
@@ -172,21 +172,21 @@ TEST_F(LineProtocol, IsChosenForAllReadersAndForgottenByStartUp) {
     EXPECT_EQ(useACPMode, 0);
 }
 
-TEST_F(LineProtocol, IsNotForOtherProducts) {
+TEST_F(AsciiProtocol, IsNotForOtherProducts) {
     useACPMode = 0;
     record().iProduct = ZELTAGAPI_ZELBAND;
     UseAsciiCommandProtocol(1);
     EXPECT_EQ(useACPMode, 0);
 }
 
-TEST_F(LineProtocol, LeavesPresenceAndServicesToFrames) {
+TEST_F(AsciiProtocol, LeavesPresenceAndServicesToFrames) {
     EXPECT_EQ(zeltag_IsDevicePresent(), 0);
     EXPECT_EQ(heard(), "\xFA\x04\xED\xED\x04\xFA\x04\xED\xED\x04");
     EXPECT_EQ(GetBeeperVolume(), -1);
     EXPECT_EQ(heard(), std::string("\xFA\x0C\x06\x00\x00", 5));
 }
 
-TEST_F(LineProtocolOverUsb, ChangesNothing) {
+TEST_F(AsciiProtocolOverUsb, ChangesNothing) {
     const auto reader = connectReader();
     reader->present(zel::sim::card26(26, 3512));
     EXPECT_EQ(UseAsciiCommandProtocol(1), 1);

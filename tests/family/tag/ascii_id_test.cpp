@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The card's identifier by the line protocol.
+// The card's identifier by the ASCII protocol.
 #include "frame/zelTagAPI.h"
-#include "tests/family/tag/line_script.h"
+#include "tests/family/tag/ascii_script.h"
 
 #include <algorithm>
 #include <array>
@@ -15,9 +15,9 @@ constexpr std::int64_t kTooSmall = 256;
 constexpr std::int64_t kClosed = 257;
 constexpr std::int64_t kNoAnswer = 261;
 
-class LineId : public LineProtocolTest {
+class AsciiId : public AsciiProtocolTest {
 protected:
-    LineId() {
+    AsciiId() {
         config().sTimeParms.iIDHoldTO = 500;
         id_.fill(0xEE);
     }
@@ -33,7 +33,7 @@ protected:
 
 } // namespace
 
-TEST_F(LineId, IsAskedForByALineAndReadByteByByte) {
+TEST_F(AsciiId, IsAskedForByALineAndReadByteByByte) {
     script_->id = "{1F,0,0,26;2341B70}\rNorvanex>";
     EXPECT_EQ(GetActiveID(id_.data(), 8), 26);
     EXPECT_EQ(told(), "> \"\\rZ\"\n~ 1 ms\n"
@@ -52,7 +52,7 @@ TEST_F(LineId, IsAskedForByALineAndReadByteByByte) {
     EXPECT_EQ(GetLastLibErr(), 0);
 }
 
-TEST_F(LineId, HasUpTo64Bits) {
+TEST_F(AsciiId, HasUpTo64Bits) {
     EXPECT_EQ(readOf("{0,0,0,64;FEDCBA9876543210}"), 64);
     const unsigned char expected[] = {0x10, 0x32, 0x54, 0x76, 0x98, 0xBA, 0xDC, 0xFE};
     EXPECT_TRUE(std::equal(std::begin(expected), std::end(expected), id_.begin()));
@@ -62,7 +62,7 @@ TEST_F(LineId, HasUpTo64Bits) {
     EXPECT_EQ(id_[8], 0) << "cleared before";
 }
 
-TEST_F(LineId, IsTooOldBeyondTheHoldTime) {
+TEST_F(AsciiId, IsTooOldBeyondTheHoldTime) {
     EXPECT_EQ(readOf("{1F5,0,0,26;2341B70}"), 0);
     EXPECT_EQ(id_[0], 0);
     EXPECT_EQ(GetLastLibErr(), 0);
@@ -70,18 +70,18 @@ TEST_F(LineId, IsTooOldBeyondTheHoldTime) {
     EXPECT_EQ(readOf("{FFFFFFFFFFFFFFFF,0,0,26;2341B70}"), 0);
 }
 
-TEST_F(LineId, HasElevenBitsAtLeast) {
+TEST_F(AsciiId, HasElevenBitsAtLeast) {
     EXPECT_EQ(readOf("{0,0,0,10;1}"), 0);
     EXPECT_EQ(readOf("{0,0,0,-5;1}"), 0);
     EXPECT_EQ(readOf("{0,0,0,11;1}"), 11);
 }
 
-TEST_F(LineId, IgnoresTheSecondAndTheThirdNumberAndWhatStandsAround) {
+TEST_F(AsciiId, IgnoresTheSecondAndTheThirdNumberAndWhatStandsAround) {
     EXPECT_EQ(readOf("}garbage;{A,-7,FFFF,26;1}"), 26);
     EXPECT_EQ(id_[0], 1);
 }
 
-TEST_F(LineId, OfAnAnswerThatIsNotOfItsFormIs0AndLeavesTheErrorWordAlone) {
+TEST_F(AsciiId, OfAnAnswerThatIsNotOfItsFormIs0AndLeavesTheErrorWordAlone) {
     for (const char* const answer :
          {"{0,0,0,26}", "{0,0,0;26,1}", "{}", "{0,0,0,26;}", "{;}", "{g,0,0,26;1}",
           "{0,0,0,0x1A;1}", "{0.0.0.26;1}", "{{0,0,0,26;1}"}) {
@@ -93,34 +93,34 @@ TEST_F(LineId, OfAnAnswerThatIsNotOfItsFormIs0AndLeavesTheErrorWordAlone) {
     }
 }
 
-TEST_F(LineId, NeedsBothBraces) {
+TEST_F(AsciiId, NeedsBothBraces) {
     for (const char* const answer : {"0,0,0,26;1", "{0,0,0,26;1", "0,0,0,26;1}", "}{0,0,0,26;1"}) {
         EXPECT_EQ(readOf(answer), 0) << answer;
         EXPECT_EQ(GetLastLibErr(), kNoAnswer) << answer;
     }
 }
 
-TEST_F(LineId, GivesUpAfter300ReadsOfAByte) {
+TEST_F(AsciiId, GivesUpAfter300ReadsOfAByte) {
     takePausedMicroseconds();
     EXPECT_EQ(readOf(""), 0);
     EXPECT_EQ(takePausedMicroseconds(), (7 + 300 * (100 * 5 + 10) + 20) * 1000U);
     EXPECT_EQ(GetLastLibErr(), kNoAnswer);
 }
 
-TEST_F(LineId, GivesUpAfter200Bytes) {
+TEST_F(AsciiId, GivesUpAfter200Bytes) {
     EXPECT_EQ(readOf(std::string(199, 'x') + "{}"), 0);
     EXPECT_EQ(pauses(), "~ 1 ms x 7\n~ 10 ms x 200\n~ 20 ms\n");
     EXPECT_EQ(GetLastLibErr(), kNoAnswer);
     EXPECT_EQ(readOf(std::string(186, 'x') + "{0,0,0,26;1}"), 26) << "the last byte that counts";
 }
 
-TEST_F(LineId, TakesBytesThatComeSlowly) {
+TEST_F(AsciiId, TakesBytesThatComeSlowly) {
     lines().dribble(kPath, 3);
     EXPECT_EQ(readOf("{1F,0,0,26;2341B70}"), 26);
     EXPECT_EQ(id_[0], 0x70);
 }
 
-TEST_F(LineId, OfASizeBelow8IsRefusedBeforeAnythingElse) {
+TEST_F(AsciiId, OfASizeBelow8IsRefusedBeforeAnythingElse) {
     for (const short size : std::initializer_list<short>{7, 0, -1}) {
         EXPECT_EQ(GetActiveID(id_.data(), size), 0) << size;
         EXPECT_EQ(GetLastLibErr(), kTooSmall) << size;
@@ -131,7 +131,7 @@ TEST_F(LineId, OfASizeBelow8IsRefusedBeforeAnythingElse) {
     EXPECT_EQ(GetLastLibErr(), kTooSmall);
 }
 
-TEST_F(LineId, NeedsAnOpenStream) {
+TEST_F(AsciiId, NeedsAnOpenStream) {
     closeLine();
     EXPECT_EQ(GetActiveID(id_.data(), 8), 0);
     EXPECT_EQ(GetLastLibErr(), kClosed);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Values in a listing of the line protocol.
-#include "family/tag/line_protocol.h"
+// Values in a listing of the ASCII protocol.
+#include "family/tag/ascii_protocol.h"
 
 #include <gtest/gtest.h>
 #include <string>

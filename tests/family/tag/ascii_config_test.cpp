@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Reading a configuration by the line protocol.
+// Reading a configuration by the ASCII protocol.
 #include "frame/zelTagAPI.h"
-#include "tests/family/tag/line_script.h"
+#include "tests/family/tag/ascii_script.h"
 
 #include <algorithm>
 #include <cstring>
@@ -32,9 +32,9 @@ std::string listingOf(const std::string& variables, std::size_t size = 900) {
            kPrompt;
 }
 
-class LineConfigurationRead : public LineProtocolTest {
+class AsciiConfigurationRead : public AsciiProtocolTest {
 protected:
-    LineConfigurationRead() {
+    AsciiConfigurationRead() {
         script_->listing = listingOf(kVariables);
         script_->version = "{1.4.2}\r" + kPrompt;
     }
@@ -48,20 +48,20 @@ protected:
 
 } // namespace
 
-TEST_F(LineConfigurationRead, SetsTheLinkUpAndAsksForVariablesAndVersion) {
+TEST_F(AsciiConfigurationRead, SetsTheLinkUpAndAsksForVariablesAndVersion) {
     EXPECT_EQ(AcpReadCfg(), 1);
     EXPECT_EQ(heard(), "\rZTAG:cmd.echo=0\rZTAG:cmd.prompt=1\rZTAG:VAR\r\rZTAG:DEV.VER\r");
     EXPECT_EQ(pauses(), "~ 1 ms x 18\n~ 20 ms\n~ 1 ms x 5\n~ 5 ms x 100\n"
                         "~ 1 ms x 7\n~ 5 ms x 100\n~ 20 ms\n");
 }
 
-TEST_F(LineConfigurationRead, DiscardsTheEchoOfTheSetUpLine) {
+TEST_F(AsciiConfigurationRead, DiscardsTheEchoOfTheSetUpLine) {
     script_->answer = "echo\r";
     EXPECT_EQ(AcpReadCfg(), 1);
     EXPECT_NE(told().find("~ 20 ms\nx \"echo\\recho\\r\"\n"), std::string::npos);
 }
 
-TEST_F(LineConfigurationRead, FillsTheCountsAndTimes) {
+TEST_F(AsciiConfigurationRead, FillsTheCountsAndTimes) {
     EXPECT_EQ(AcpReadCfg(), 1);
     const tsTagCfg& read = config();
     EXPECT_EQ(read.sTimeParms.iIDHoldTO, 1001) << "milliseconds as they are";
@@ -77,7 +77,7 @@ TEST_F(LineConfigurationRead, FillsTheCountsAndTimes) {
     EXPECT_EQ(record().iLUID, 4660);
 }
 
-TEST_F(LineConfigurationRead, FillsTheFlags) {
+TEST_F(AsciiConfigurationRead, FillsTheFlags) {
     EXPECT_EQ(AcpReadCfg(), 1);
     const sCfgFlags& flags = config().sCfgFlags;
     EXPECT_EQ(flags.bFixLenDsp, 1) << "there are facility digits";
@@ -96,7 +96,7 @@ TEST_F(LineConfigurationRead, FillsTheFlags) {
     EXPECT_EQ(more.bWiegInvData, 1);
 }
 
-TEST_F(LineConfigurationRead, FillsCharactersAndOutputs) {
+TEST_F(AsciiConfigurationRead, FillsCharactersAndOutputs) {
     EXPECT_EQ(AcpReadCfg(), 1);
     const tsTagCfg& read = config();
     EXPECT_EQ(read.sIDDispParms.iFACIDDelim, '-');
@@ -112,7 +112,7 @@ TEST_F(LineConfigurationRead, FillsCharactersAndOutputs) {
     EXPECT_EQ(read.sBprRlyCtrl.iRelayState, 7);
 }
 
-TEST_F(LineConfigurationRead, SetsWhatHasNoVariable) {
+TEST_F(AsciiConfigurationRead, SetsWhatHasNoVariable) {
     config().sLEDCtrl.bVolatile = config().sCfgFlags2.bUseInvDataF = 1;
     EXPECT_EQ(AcpReadCfg(), 1);
     EXPECT_EQ(config().sCfgFlags3.bUse64Bit, 1);
@@ -124,7 +124,7 @@ TEST_F(LineConfigurationRead, SetsWhatHasNoVariable) {
     EXPECT_EQ(config().sCfgFlags2.bUseLeadChrs, 1);
 }
 
-TEST_F(LineConfigurationRead, TellsTheStatesOfTheLedsOnlyWhereTheApplicationControlsThem) {
+TEST_F(AsciiConfigurationRead, TellsTheStatesOfTheLedsOnlyWhereTheApplicationControlsThem) {
     config().sLEDCtrl.iRedLEDState = 1;
     readWith("out.led=255");
     EXPECT_EQ(config().sLEDCtrl.bAppCtrlsLED, 0);
@@ -134,7 +134,7 @@ TEST_F(LineConfigurationRead, TellsTheStatesOfTheLedsOnlyWhereTheApplicationCont
     EXPECT_EQ(config().sLEDCtrl.iGrnLEDState, 1);
 }
 
-TEST_F(LineConfigurationRead, PutsCountsOutOfRangeToTheirLeast) {
+TEST_F(AsciiConfigurationRead, PutsCountsOutOfRangeToTheirLeast) {
     const struct {
         const char* line;
         int bits;
@@ -150,7 +150,7 @@ TEST_F(LineConfigurationRead, PutsCountsOutOfRangeToTheirLeast) {
     }
 }
 
-TEST_F(LineConfigurationRead, TakesAnEndOfLineCharacterOf0ForNone) {
+TEST_F(AsciiConfigurationRead, TakesAnEndOfLineCharacterOf0ForNone) {
     readWith("chr.eol='\\x0D'");
     EXPECT_EQ(config().sIDDispParms.iELDelim, 13);
     EXPECT_EQ(config().sCfgFlags.bNoUseELChar, 0);
@@ -159,7 +159,7 @@ TEST_F(LineConfigurationRead, TakesAnEndOfLineCharacterOf0ForNone) {
     EXPECT_EQ(config().sCfgFlags.bNoUseELChar, 1);
 }
 
-TEST_F(LineConfigurationRead, FixesTheLengthOnlyWithFacilityDigits) {
+TEST_F(AsciiConfigurationRead, FixesTheLengthOnlyWithFacilityDigits) {
     for (const auto& [line, isFixed] :
          {std::pair{"disp.fac.digits=1", 1}, {"disp.fac.digits=0", 0}, {"disp.fac.digits=-1", 0}}) {
         readWith(line);
@@ -167,7 +167,7 @@ TEST_F(LineConfigurationRead, FixesTheLengthOnlyWithFacilityDigits) {
     }
 }
 
-TEST_F(LineConfigurationRead, SharesThreeCharactersAmongLeadsAndTrails) {
+TEST_F(AsciiConfigurationRead, SharesThreeCharactersAmongLeadsAndTrails) {
     const struct {
         int count;
         const char* trails;

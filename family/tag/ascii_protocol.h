@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Proximity readers that speak lines of text on a byte stream instead of frames.
+// The ASCII protocol of proximity readers: lines of text on a byte stream instead of frames.
 //
 // A line ends with a carriage return and goes out two characters at a time. Assignments are not
 // checked: what the reader answers is read and dropped.
@@ -17,7 +17,7 @@ ZELTAGAPI_EXPORT void SendAcpCommand(const char* format, int value);
 // where it isn't, or where its line has no end.
 ZELTAGAPI_EXPORT int AcpGetValue(const char* text, const char* key);
 
-// The reading and writing of the active configuration, and the identifier, by lines.
+// The reading and writing of the active configuration, and the identifier, by this protocol.
 ZELTAGAPI_EXPORT int AcpReadCfg(void);
 ZELTAGAPI_EXPORT int AcpWriteCfg(void);
 ZELTAGAPI_EXPORT int acp_getActiveID(unsigned char* buffer, short size);
@@ -26,8 +26,11 @@ ZELTAGAPI_END
 
 namespace zel::tag {
 
-// Whether the active device is driven by lines.
-inline bool usesLines() { return stream::isActive() && useACPMode != 0; }
+// The value of "out.led" where the reader controls its LED; else bit 0 is red, bit 1 green.
+constexpr int kReaderControlsLed = 255;
+
+// Whether the active device is driven by this protocol.
+inline bool usesAscii() { return stream::isActive() && useACPMode != 0; }
 
 // Sets the link up: no echo, a prompt behind each answer.
 void setUpLink(CPort& port);
@@ -36,13 +39,13 @@ void setUpLink(CPort& port);
 bool hasPrompt(const char* answer);
 
 // Sends a beep code; its bit 7 stands for long beeps. 1.
-int beepByLine(std::uint8_t code);
+int beepByAscii(std::uint8_t code);
 
 // Sends the LED states that a configuration holds.
 void sendLed(const tsTagCfg& config);
-void sendLedByLine(const tsTagCfg& config);
+void sendLedByAscii(const tsTagCfg& config);
 
 // Factory defaults; the new settings aren't read back. 1.
-int resetByLine();
+int resetByAscii();
 
 } // namespace zel::tag

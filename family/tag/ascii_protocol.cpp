@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Single commands of the line protocol.
-#include "family/tag/line_protocol.h"
+// Single commands of the ASCII protocol.
+#include "family/tag/ascii_protocol.h"
 
 #include "transport/port.h"
 
@@ -18,7 +18,6 @@ constexpr char kFactoryReset[] = "\rZTAG:CFG.RESET\r";
 constexpr char kPrompt[] = "Norvanex>";
 constexpr unsigned kDroppedAnswer = 12;
 constexpr useconds_t kResetPause = 1'200'000; // µs
-constexpr int kReaderControlsLed = 255;
 constexpr int kLongBeep = 0x80;
 constexpr int kBeepBits = 7;
 
@@ -66,7 +65,7 @@ void setUpLink(CPort& port) {
 
 bool hasPrompt(const char* answer) { return std::strstr(answer, kPrompt) != nullptr; }
 
-int beepByLine(std::uint8_t code) {
+int beepByAscii(std::uint8_t code) {
     SendAcpCommand((code & kLongBeep) != 0 ? "out.beep.long=%d" : "out.beep.short=%d",
                    code & kBeepBits);
     return 1;
@@ -78,12 +77,12 @@ void sendLed(const tsTagCfg& config) {
     SendAcpCommand("out.led=%d", led.bAppCtrlsLED == 0 ? kReaderControlsLed : states);
 }
 
-void sendLedByLine(const tsTagCfg& config) {
+void sendLedByAscii(const tsTagCfg& config) {
     sendLed(config);
     clean();
 }
 
-int resetByLine() {
+int resetByAscii() {
     if (CPort* const port = openPort())
         port->SendAscii(kFactoryReset);
     usleep(kResetPause);

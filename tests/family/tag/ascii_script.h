@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// A proximity reader that is driven by lines of text, and what it is told and answers.
+// A proximity reader that is driven by the ASCII protocol, and what it is told and answers.
 #pragma once
 
-#include "family/tag/line_protocol.h"
+#include "family/tag/ascii_protocol.h"
 #include "tests/family/tag/stream_test.h"
 
 #include <memory>
@@ -47,9 +47,9 @@ private:
     std::string line_;
 };
 
-class LineProtocolTest : public StreamTest {
+class AsciiProtocolTest : public StreamTest {
 protected:
-    LineProtocolTest() {
+    AsciiProtocolTest() {
         connectLine(script_);
         useACPMode = 1;
     }
