@@ -4,8 +4,8 @@
 #include "firmware/boot_loader.h"
 
 #include "base/bytes.h"
-#include "firmware/error_words.h"
 #include "firmware/pause.h"
+#include "frame/zelTagErrors.h"
 #include "frame/zelTagState.h"
 #include "transport/usb_driver.h"
 
@@ -67,13 +67,13 @@ int awaitEntry() {
     Report reply = {};
     for (int left = kEntryPolls;; --left) {
         if (!fetchReport(reply))
-            return fail(kReplyLost);
+            return fail(ZELTAGAPI_ERR_BOOT_REPLY);
         if (reply[kStatus] == kAccepted) {
             noteLark(reply[kDetail]);
             return 1;
         }
         if (reply[kStatus] != kPollAgain || left == 0)
-            return fail(kEntryRefused);
+            return fail(ZELTAGAPI_ERR_BOOT_REFUSED);
         pause(kEntryPollPause);
     }
 }
@@ -99,7 +99,7 @@ int ZelTagUsbBootload::enterBlMode(unsigned char micro) {
     pause(kBeforeEntryPause);
     const bool sent = sendReport({0, kEnter, micro});
     if (!sent)
-        fail(kEntryNotSent);
+        fail(ZELTAGAPI_ERR_BOOT_ENTRY);
     pause(kAfterEntryPause);
     return awaitEntry() != 0 && sent ? 1 : 0;
 }
@@ -113,7 +113,7 @@ int ZelTagUsbBootload::createAndSendLineBuffer(int count, const char* data) {
         data += size;
         left -= size;
         if (!sendReport(report))
-            return fail(kFrameNotSent);
+            return fail(ZELTAGAPI_ERR_BOOT_FRAME);
         if (ReaderIsLark == 0 && fastBootloader == 0)
             pause(kFramePause);
     }
@@ -134,7 +134,7 @@ unsigned ZelTagUsbBootload::verifyReturnedChar(unsigned char status, const unsig
     if (status == kPollAgain)
         return kNotReady;
     if (status != kAccepted && status != kAcceptedAtEnd)
-        return static_cast<unsigned>(fail(kLineRefused));
+        return static_cast<unsigned>(fail(ZELTAGAPI_ERR_BOOT_LINE));
     noteDetail(reply[kDetail]);
     heedDelay(reply);
     return 1;
@@ -150,11 +150,11 @@ int ZelTagUsbBootload::sendLine(int count, char* data, char* reply) {
         customSleep(static_cast<unsigned char>(left));
         Report answer = {};
         if (!fetchReport(answer))
-            return fail(kReplyLost);
+            return fail(ZELTAGAPI_ERR_BOOT_REPLY);
         status = static_cast<char>(answer[kStatus]);
         const unsigned verdict = verifyReturnedChar(answer[kStatus], answer.data());
         if (verdict != kNotReady)
             return static_cast<int>(verdict);
     }
-    return fail(kLineRefused);
+    return fail(ZELTAGAPI_ERR_BOOT_LINE);
 }

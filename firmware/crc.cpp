@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstdint>
-#include <utility>
 
 using namespace zel::firmware;
 

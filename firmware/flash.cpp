@@ -3,10 +3,10 @@
 #include "firmware/flash.h"
 
 #include "firmware/boot_loader.h"
-#include "firmware/error_words.h"
 #include "firmware/image.h"
 #include "firmware/interruption.h"
 #include "frame/state/state.h"
+#include "frame/zelTagErrors.h"
 
 #include <array>
 #include <csignal>
@@ -73,7 +73,7 @@ IBootload* FlashReader::getProductInterfaceType() {
         return nullptr;
     if (hasActiveTag() && activeRecord().iDevType == 0)
         return new ZelTagUsbBootload;
-    fail(kNoLoader);
+    fail(ZELTAGAPI_ERR_BOOT_DEVICE);
     return nullptr;
 }
 
@@ -81,10 +81,10 @@ int FlashReader::fwFlash(IBootload* loader, const char* name) {
     Utilities image;
     const auto micro = static_cast<unsigned char>(image.getMicro(name));
     if (!image.openInputFile(name))
-        return fail(kNoFile);
+        return fail(ZELTAGAPI_ERR_BOOT_FILE);
     const FlashUnderWay underWay;
     if (loader->enterBlMode(micro) == 0)
-        return fail(kEntryNotSent);
+        return fail(ZELTAGAPI_ERR_BOOT_ENTRY);
     catchSignals();
     return sendLines(*this, *loader, image);
 }
@@ -97,9 +97,9 @@ int FlashReader::fwflashLogs(char reply, int result) {
     case kAcceptedAtEnd:
         return 1;
     case kReaderRefuses:
-        return fail(kReaderRefused);
+        return fail(ZELTAGAPI_ERR_BOOT_READER_REFUSED);
     default:
-        return fail(kUnknownReply);
+        return fail(ZELTAGAPI_ERR_BOOT_UNKNOWN_REPLY);
     }
 }
 

@@ -12,8 +12,6 @@ namespace zel::firmware {
 
 namespace {
 
-constexpr std::int64_t kBlobFailed = ZELTAGAPI_ERR_BLOB;
-
 constexpr std::uint8_t kRead = 0x10;
 constexpr std::uint8_t kWrite = 0x90;
 constexpr std::uint8_t kHeader = 0; // chunk numbers, data chunks from 1
@@ -60,7 +58,7 @@ int readSecure::readSecureData(const unsigned char* header, unsigned char* outpu
 int readSecure::readSecureHeader(const unsigned char* header) {
     start();
     if (!send(kRead, kHeader, header))
-        return tag::fail(kBlobFailed);
+        return tag::fail(ZELTAGAPI_ERR_BLOB);
     return receive() && headerVerify(sent().data(), received().data());
 }
 
@@ -72,7 +70,7 @@ int readSecure::readKeyData(unsigned char* output, int length) {
     int result = 0;
     for (int chunk = 1; chunk <= chunksOf(length); ++chunk) {
         if (!send(kRead, static_cast<std::uint8_t>(chunk), nullptr))
-            return tag::fail(kBlobFailed);
+            return tag::fail(ZELTAGAPI_ERR_BLOB);
         if (!receive() || !isEchoed())
             continue;
         output = std::copy_n(received().begin() + kEchoed, kChunkSize, output);
@@ -98,7 +96,7 @@ int writeSecure::WriteSecureHeader(const unsigned char* header) {
     start();
     if (!send(kWrite, kHeader, header))
         return 0;
-    return receive() ? isEchoed() : tag::fail(kBlobFailed);
+    return receive() ? isEchoed() : tag::fail(ZELTAGAPI_ERR_BLOB);
 }
 
 // One good chunk anywhere counts for the whole blob; one that can't be sent ends it.
@@ -113,7 +111,7 @@ int writeSecure::WriteKeyData(const unsigned char* data, int length) {
         const unsigned char* const fourBytes =
             &work.area[static_cast<std::size_t>(chunk - 1) * kChunkSize];
         if (!send(kWrite, static_cast<std::uint8_t>(chunk), fourBytes))
-            return tag::fail(kBlobFailed);
+            return tag::fail(ZELTAGAPI_ERR_BLOB);
         if (receive() && isEchoed())
             result = 1;
     }
@@ -123,11 +121,11 @@ int writeSecure::WriteKeyData(const unsigned char* data, int length) {
 int writeSecure::SaveKeyData() {
     start();
     if (!send(kWrite, kSave, nullptr))
-        return tag::fail(kBlobFailed);
+        return tag::fail(ZELTAGAPI_ERR_BLOB);
     if (!receive() || !isEchoed())
         return 0;
     usleep(kSavePause);
-    return tag::send(tag::command(tag::Opcode::Commit)) ? 1 : tag::fail(kBlobFailed);
+    return tag::send(tag::command(tag::Opcode::Commit)) ? 1 : tag::fail(ZELTAGAPI_ERR_BLOB);
 }
 
 } // namespace zel::firmware

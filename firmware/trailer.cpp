@@ -2,7 +2,6 @@
 // Findings that the readers of the three trailers share.
 #include "firmware/trailer.h"
 
-#include <cstdint>
 #include <utility>
 
 namespace zel::firmware {

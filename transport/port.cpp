@@ -2,7 +2,7 @@
 // Reads, writes and waits of a byte stream.
 #include "transport/port.h"
 
-#include "frame/state/state.h"
+#include "frame/zelTagState.h"
 #include "transport/serial_lines.h"
 #include "transport/tcp_socket.h"
 #include "transport/terminal.h"

@@ -3,8 +3,8 @@
 #include "transport/serial_lines.h"
 
 #include "base/text.h"
-#include "frame/state/state.h"
 #include "frame/zelTagLines.h"
+#include "frame/zelTagState.h"
 #include "transport/port.h"
 
 #include <algorithm>

@@ -37,7 +37,7 @@ int zeltag_getActiveCardData() {
     }
     for (std::uint8_t block = 0; block < kBlocks; ++block)
         if (!readBlock(block))
-            return tag::fail(tag::kServiceFailed);
+            return tag::fail(ZELTAGAPI_ERR_SERVICE);
     return 1;
 }
 

@@ -43,10 +43,10 @@ bool readPages(Staging& staging) {
     int pages = kOldHeader;
     for (int page = 0; page < std::min(pages, kMostPages); ++page) {
         if (!send(fieldPage(page)))
-            return fail(kReadFailed);
+            return fail(ZELTAGAPI_ERR_READ);
         Payload reply;
         if (!fetch(reply)) {
-            fail(kReadFailed);
+            fail(ZELTAGAPI_ERR_READ);
             reply = {};
         }
         if (page == 0 && !startsData(reply, pages))
@@ -92,7 +92,7 @@ void sendPage(tsDevDat& record, const Payload& request, const Payload& data) {
     const Written written = write(request, data);
     if (written == Written::Yes)
         return;
-    fail(kWriteFailed);
+    fail(ZELTAGAPI_ERR_WRITE);
     record.bSepFldOK = 0;
     if (written == Written::CommandOnly)
         record.bPartNumOK = 0;

@@ -50,7 +50,7 @@ void keepCardType(tsDevDat& record, std::uint16_t type, std::uint8_t flags) {
 int readCardType(tsDevDat& record) {
     Payload reply;
     if (!tag::query(command(Opcode::CardType), reply))
-        return tag::fail(tag::kReadFailed);
+        return tag::fail(ZELTAGAPI_ERR_READ);
     keepCardType(record, wordOf(reply[2], reply[1]), reply[3]);
     return 1;
 }
@@ -107,7 +107,7 @@ int writeCardTypeOnStream(const tsTagCfg& config) {
 
 int writeCardTypeOnUsb(const tsTagCfg& config) {
     if (tag::write(command(Opcode::CardType), cardTypeOf(config)) != tag::Written::Yes)
-        return tag::fail(tag::kWriteFailed);
+        return tag::fail(ZELTAGAPI_ERR_WRITE);
     usleep(kCardTypePause);
     return 1;
 }
@@ -136,7 +136,7 @@ bool moveOnUsb(std::uint8_t source, std::uint8_t target) {
     if (!tag::send(request))
         return false;
     Payload reply;
-    return tag::fetch(reply) || tag::fail(tag::kServiceFailed);
+    return tag::fetch(reply) || tag::fail(ZELTAGAPI_ERR_SERVICE);
 }
 
 } // namespace

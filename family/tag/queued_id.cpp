@@ -63,7 +63,7 @@ int zeltag_GetQueuedID(short first, short second) {
     for (std::uint8_t page = 0; page <= kEntryPage; ++page) {
         Payload data;
         if (!queryPage(page, maskOf(first, second), data))
-            return tag::fail(tag::kServiceFailed);
+            return tag::fail(ZELTAGAPI_ERR_SERVICE);
         storePage(page, data);
     }
     return 1;

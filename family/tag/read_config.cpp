@@ -38,7 +38,7 @@ bool ask(const Payload& request, stream::Frame&& frame, Payload& reply) {
 bool readIds(tsDevDat& record) {
     Payload reply;
     if (!ask(tag::command(tag::Opcode::Luid), {stream::Instruction::Presence, 0, 0, 4}, reply))
-        return tag::fail(tag::kReadFailed);
+        return tag::fail(ZELTAGAPI_ERR_READ);
     record.iLUID = wordOf(reply[1], reply[0]);
     record.iDID = wordOf(reply[3], reply[2]);
     record.lSN = kNoSerialNumber;
@@ -46,7 +46,7 @@ bool readIds(tsDevDat& record) {
 }
 
 // A block that a stream doesn't deliver is told by lLastICSWErr alone.
-bool blockFailed() { return !stream::isActive() && tag::fail(tag::kReadFailed); }
+bool blockFailed() { return !stream::isActive() && tag::fail(ZELTAGAPI_ERR_READ); }
 
 bool readBlocks(tsTagCfg& config) {
     for (int block = 0; block < tag::kBlocks; ++block) {

@@ -25,8 +25,12 @@ constexpr std::uint8_t kFullVersion = 4;
 constexpr std::uint8_t kFileName = 7;
 constexpr std::uint8_t kSerialNumber = 0x05;
 constexpr std::uint8_t kVersion = 0x03;
-constexpr int kUnits = std::size(decltype(tsDevDat::FWVerTbl){});
-constexpr int kSlots = std::size(decltype(tsDevDat::FWVerTbl){}[0]);
+
+// What is asked for of each, however much its buffer holds.
+constexpr int kFileNameLength = 8;
+constexpr int kFullVersionLength = 3;
+constexpr int kPartNumberLength = 3;
+constexpr int kSerialNumberPages = 4;
 
 // Each text has a buffer of its own, good until it is asked for again.
 constinit char fileName[65] = {};
@@ -83,12 +87,13 @@ std::uint32_t versionOnUsb(tsDevDat& record, int unit, int slot) {
         return 0;
     Payload reply;
     if (!tag::fetch(reply)) {
-        tag::fail(tag::kServiceFailed);
+        tag::fail(ZELTAGAPI_ERR_SERVICE);
         return 0;
     }
     const bool echoes = std::equal(request.begin(), request.begin() + 4, reply.begin());
     const std::uint32_t version = echoes ? bigEndian(&reply[4]) : 0;
-    record.FWVerTbl[lowByte(unit) % kUnits][lowByte(slot) % kSlots] = version;
+    record.FWVerTbl[lowByte(unit) % tag::kFirmwareUnits][lowByte(slot) % tag::kFirmwareSlots] =
+        version;
     return version;
 }
 
@@ -96,25 +101,25 @@ std::uint32_t versionOnUsb(tsDevDat& record, int unit, int slot) {
 
 char* zeltag_GetFWFilename() {
     tag::clearError();
-    return readText(fileName, 8, [](int i, char& character) {
+    return readText(fileName, kFileNameLength, [](int i, char& character) {
         return askReport(tag::command(Opcode::Service, kFirmwareText, kFileName, lowByte(i)),
-                         tag::kFileNameFailed, character);
+                         ZELTAGAPI_ERR_FILE_NAME, character);
     });
 }
 
 char* zeltag_GetFullFWVersion() {
     tag::clearError();
-    return readText(fullVersion, 3, [](int i, char& character) {
+    return readText(fullVersion, kFullVersionLength, [](int i, char& character) {
         return askReport(tag::command(Opcode::Service, kFirmwareText, kFullVersion, lowByte(i)),
-                         tag::kFullVersionFailed, character);
+                         ZELTAGAPI_ERR_FULL_VERSION, character);
     });
 }
 
 char* zeltag_getPartNumberString() {
     if (stream::isActive())
-        return readText(partNumber, 3, askStream);
-    return readText(partNumber, 3, [](int i, char& character) {
-        return askReport(tag::command(Opcode::Service, kPartNumber, lowByte(i)), tag::kReadFailed,
+        return readText(partNumber, kPartNumberLength, askStream);
+    return readText(partNumber, kPartNumberLength, [](int i, char& character) {
+        return askReport(tag::command(Opcode::Service, kPartNumber, lowByte(i)), ZELTAGAPI_ERR_READ,
                          character);
     });
 }
@@ -124,10 +129,10 @@ unsigned char* zeltag_getESN() {
         return nullptr;
     tag::clearError();
     std::memset(serialNumber, 0, sizeof serialNumber);
-    for (int page = 0; page < 4; ++page) {
+    for (int page = 0; page < kSerialNumberPages; ++page) {
         Payload reply;
         if (!tag::query(tag::command(Opcode::Service, kSerialNumber, lowByte(page)), reply)) {
-            tag::fail(tag::kServiceFailed);
+            tag::fail(ZELTAGAPI_ERR_SERVICE);
             return nullptr;
         }
         std::copy(reply.begin(), reply.end(),
@@ -144,7 +149,8 @@ unsigned int zeltag_SendGetFirmwareVersion(int unit, int slot) {
 }
 
 unsigned int zeltag_GetFirmwareVersion(short unit, short slot) {
-    const bool inside = unit >= 0 && unit < kUnits && slot >= 0 && slot < kSlots;
+    const bool inside =
+        unit >= 0 && unit < tag::kFirmwareUnits && slot >= 0 && slot < tag::kFirmwareSlots;
     const tsDevDat& record = activeRecord();
     if (!hasActiveDevice() || !inside || record.iTagPlusState != tag::kMultiConfig)
         return 0;

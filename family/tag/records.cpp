@@ -22,20 +22,20 @@ int succeed() {
 }
 
 template <class Record> int getRecord(Record tsTagCfg::*member, Record* out) {
-    activeRecord().lLastErr = tag::kGetBase;
+    activeRecord().lLastErr = ZELTAGAPI_ERR_GET;
     if (!out)
-        return fail(tag::kNullRecord);
+        return fail(ZELTAGAPI_ERR_NULL);
     if (config().bCfgValid == 0)
-        return fail(tag::kNeverRead);
+        return fail(ZELTAGAPI_ERR_NEVER_READ);
     *out = config().*member;
     return succeed();
 }
 
 // Whether a record may be set; the error word says why not.
 template <class Record> bool accept(Record* record, int (*check)(Record*, int)) {
-    activeRecord().lLastErr = tag::kSetBase;
+    activeRecord().lLastErr = ZELTAGAPI_ERR_SET;
     if (!record)
-        return fail(tag::kNullRecord);
+        return fail(ZELTAGAPI_ERR_NULL);
     return check(record, 0) != 0;
 }
 
@@ -75,10 +75,10 @@ std::int16_t flagByte(const tsTagCfg& configuration) {
 // Whether a buffer can hold the field data of a configuration that was read.
 bool acceptFieldData(const void* buffer, short size) {
     if (!buffer)
-        return fail(tag::kNullRecord);
+        return fail(ZELTAGAPI_ERR_NULL);
     if (size < static_cast<short>(sizeof(uSFD)))
         return false;
-    return config().bCfgValid != 0 || fail(tag::kNeverRead);
+    return config().bCfgValid != 0 || fail(ZELTAGAPI_ERR_NEVER_READ);
 }
 
 } // namespace
@@ -189,8 +189,8 @@ int zeltag_SetSepFldData(uSFD* buffer, short size) {
 
 int zeltag_SetHashKeyData(sHashKeyData* record) {
     if (!record) {
-        activeRecord().lLastErr = tag::kSetBase;
-        return fail(tag::kNullRecord);
+        activeRecord().lLastErr = ZELTAGAPI_ERR_SET;
+        return fail(ZELTAGAPI_ERR_NULL);
     }
     config().sHashKeyData = *record;
     config().bDirtySepFld = 1;

@@ -50,7 +50,7 @@ bool open(const Reference& reference) {
         return false;
     Payload reply;
     if (!tag::fetch(reply))
-        return tag::fail(tag::kReferenceFailed);
+        return tag::fail(ZELTAGAPI_ERR_REFERENCE);
     return echoes(request, reply);
 }
 
@@ -73,13 +73,13 @@ bool close() { return exchange(transfer(kClosePage)) && tag::send(tag::command(O
 int write(const Reference& reference) {
     if (!reference.data || reference.length < 0 || reference.length > kMostBytes) {
         tag::clearError();
-        return tag::fail(tag::kReferenceFailed);
+        return tag::fail(ZELTAGAPI_ERR_REFERENCE);
     }
     zeltag_SendSelectActConfig(GetActConfig());
     tag::clearError();
     if (!open(reference))
         return 0;
-    return sendPages(reference) && close() ? 1 : tag::fail(tag::kReferenceFailed);
+    return sendPages(reference) && close() ? 1 : tag::fail(ZELTAGAPI_ERR_REFERENCE);
 }
 
 } // namespace

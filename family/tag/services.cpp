@@ -45,7 +45,7 @@ bool ask(const Payload& request, Payload& reply, std::int64_t error) {
 
 bool askRadio(int& state) {
     Payload reply;
-    if (!ask(service(kGetRadio), reply, tag::kGetRadioFailed))
+    if (!ask(service(kGetRadio), reply, ZELTAGAPI_ERR_GET_RADIO))
         return false;
     state = reply[2];
     return true;
@@ -89,7 +89,7 @@ int zeltag_BeepNow(unsigned char code, short isLong) {
     if (stream::isActive())
         return beepOnStream(beeps);
     Payload reply;
-    return ask(service(kBeep, beeps), reply, tag::kServiceFailed) ? 1 : 0;
+    return ask(service(kBeep, beeps), reply, ZELTAGAPI_ERR_SERVICE) ? 1 : 0;
 }
 
 int zeltag_SetBeeperVolume(unsigned char volume) {
@@ -97,7 +97,7 @@ int zeltag_SetBeeperVolume(unsigned char volume) {
     if (stream::isActive())
         return writeNumber(Instruction::Service, kSetVolume, volume);
     Payload reply;
-    return ask(service(kSetVolume, volume), reply, tag::kServiceFailed) && !isZero(reply) ? 1 : 0;
+    return ask(service(kSetVolume, volume), reply, ZELTAGAPI_ERR_SERVICE) && !isZero(reply) ? 1 : 0;
 }
 
 int zeltag_GetBeeperVolume() {
@@ -105,7 +105,7 @@ int zeltag_GetBeeperVolume() {
     if (stream::isActive())
         return readNumber(Instruction::Service, kGetVolume);
     Payload reply;
-    const bool known = ask(service(kGetVolume), reply, tag::kServiceFailed) && !isZero(reply);
+    const bool known = ask(service(kGetVolume), reply, ZELTAGAPI_ERR_SERVICE) && !isZero(reply);
     return known ? reply[2] : kUnknown;
 }
 
@@ -117,7 +117,7 @@ int IsFastWriteReader() {
 
 int zeltag_SetBTLEConfiguration(unsigned char configuration) {
     Payload reply;
-    return ask(service(kSetRadio, configuration), reply, tag::kSetRadioFailed) ? 1 : 0;
+    return ask(service(kSetRadio, configuration), reply, ZELTAGAPI_ERR_SET_RADIO) ? 1 : 0;
 }
 
 int zeltag_GetBTLEConfiguration() {

@@ -5,6 +5,14 @@
 
 #include "frame/zelTagExport.h"
 
+namespace zel::tag {
+
+// Units and slots of FWVerTbl that hold versions.
+constexpr int kFirmwareUnits = 3;
+constexpr int kFirmwareSlots = 5;
+
+} // namespace zel::tag
+
 ZELTAGAPI_BEGIN
 
 // Whether the reader commits fast: a reader of two or four configurations, or one that tells its

@@ -35,7 +35,7 @@ constexpr std::uint8_t kLuidBit = 0x80;
 constexpr std::uint8_t kFieldBit = 0x20;
 
 bool send(const Payload& request, const Payload& data) {
-    return tag::write(request, data) == tag::Written::Yes || tag::fail(tag::kWriteFailed);
+    return tag::write(request, data) == tag::Written::Yes || tag::fail(ZELTAGAPI_ERR_WRITE);
 }
 
 // What a stream doesn't take is told by lLastICSWErr alone.
@@ -62,14 +62,14 @@ bool writeBlock(tsTagCfg& config, int block) {
 
 bool commit(std::uint8_t mask) {
     if (!stream::isActive())
-        return tag::send(command(Opcode::Commit, mask)) || tag::fail(tag::kWriteFailed);
+        return tag::send(command(Opcode::Commit, mask)) || tag::fail(ZELTAGAPI_ERR_WRITE);
     Frame frame(Instruction::Commit, mask);
     return stream::command(frame);
 }
 
 bool reset() {
     if (!stream::isActive())
-        return tag::send(command(Opcode::Factory)) || tag::fail(tag::kResetFailed);
+        return tag::send(command(Opcode::Factory)) || tag::fail(ZELTAGAPI_ERR_RESET);
     Frame frame(Instruction::Factory);
     return stream::command(frame);
 }

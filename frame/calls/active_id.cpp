@@ -50,7 +50,7 @@ int repeatId(unsigned char* buffer, std::size_t size) {
 }
 
 // The family's read of the active device, or the unsupported value.
-using Reader = int (*)(unsigned char*, short);
+using FamilyRead = int (*)(unsigned char*, short);
 
 int readFamily(unsigned char* buffer, short size) {
     return forFamily(zeltag_GetActiveID, zelband_GetActiveID, zelecho_GetActiveID, buffer, size);
@@ -63,7 +63,7 @@ int readFamily32(unsigned char* buffer, short size) {
 
 // Reads from the device and keeps 32 bytes of the buffer as the last identifier. With activeIDBuf
 // itself as the buffer there is nothing to keep.
-int readDevice(Reader read, unsigned char* buffer, short size) {
+int readDevice(FamilyRead read, unsigned char* buffer, short size) {
     if (!isServed())
         return unsupportedValue();
     const int bits = read(buffer, size);
@@ -73,7 +73,7 @@ int readDevice(Reader read, unsigned char* buffer, short size) {
     return bits;
 }
 
-int readId(Reader read, unsigned char* buffer, short size) {
+int readId(FamilyRead read, unsigned char* buffer, short size) {
     const LibraryLock lock;
     if (!hasActiveDevice())
         return unsupportedValue();

@@ -10,12 +10,11 @@
 #include "frame/zelTagAPI.h"
 #include "transport/tcp_socket.h"
 
+#include <algorithm>
+
 using namespace zel;
 
 namespace {
-
-constexpr int kUnits = 3;
-constexpr int kSlots = 5;
 
 void startTable() {
     iActDev = 0;
@@ -59,11 +58,10 @@ bool connectFamilies() {
 
 // A unit's versions end at its first slot without one.
 void readVersions(tsDevDat& record) {
-    for (int unit = 0; unit < kUnits; ++unit) {
+    for (int unit = 0; unit < tag::kFirmwareUnits; ++unit) {
         std::uint32_t* const slots = record.FWVerTbl[unit];
-        for (int slot = 0; slot < kSlots; ++slot)
-            slots[slot] = 0;
-        for (int slot = 0; slot < kSlots; ++slot) {
+        std::fill_n(slots, tag::kFirmwareSlots, 0U);
+        for (int slot = 0; slot < tag::kFirmwareSlots; ++slot) {
             slots[slot] = zeltag_SendGetFirmwareVersion(unit, slot);
             if (slots[slot] == 0)
                 break;

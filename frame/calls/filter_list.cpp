@@ -4,8 +4,8 @@
 
 #include "base/runtime.h"
 #include "base/text.h"
-#include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
+#include "frame/zelTagState.h"
 
 #include <algorithm>
 #include <array>
