@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The exported calls on key blobs: which device they serve.
-#include "firmware/crc.h"
 #include "firmware/key_blobs.h"
+#include "firmware/crc.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 #include "frame/zelTagFiles.h"

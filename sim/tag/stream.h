@@ -3,8 +3,8 @@
 // lines of text.
 #pragma once
 
+#include "sim/tag/ascii_protocol.h"
 #include "sim/tag/instructions.h"
-#include "sim/tag/line_protocol.h"
 #include "sim/wire/fault_queue.h"
 #include "sim/wire/fixed_replies.h"
 #include "sim/wire/stream_device.h"
@@ -36,7 +36,7 @@ public:
     explicit TagStream(std::shared_ptr<TagReader> reader, TagSpeech speech = TagSpeech::Both);
 
     TagReader& reader() { return *reader_; }
-    TagLineProtocol& lineProtocol() { return lineProtocol_; }
+    TagAsciiProtocol& lineProtocol() { return lineProtocol_; }
 
     // Frames whose header came whole, those that went wrong among them.
     int commands() const { return commands_; }
@@ -81,7 +81,7 @@ private:
 
     std::shared_ptr<TagReader> reader_;
     TagInstructions instructions_;
-    TagLineProtocol lineProtocol_;
+    TagAsciiProtocol lineProtocol_;
     TagSpeech speech_;
     State state_ = State::Idle;
     Bytes bytes_; // of the header, then of the data

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a proximity reader's line protocol calls a variable: a key and a value for a word of the
+// What a proximity reader's ASCII protocol calls a variable: a key and a value for a word of the
 // active configuration.
 #pragma once
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The commands of the line protocol.
-#include "sim/tag/line_protocol.h"
+// The commands of the ASCII protocol.
+#include "sim/tag/ascii_protocol.h"
 
 #include "sim/tag/commands.h"
 #include "sim/tag/variables.h"
@@ -23,7 +23,7 @@ std::string assignment(std::string_view key, bool value) {
 
 } // namespace
 
-std::string TagLineProtocol::take(char character) {
+std::string TagAsciiProtocol::take(char character) {
     std::string back(echoes_ ? 1 : 0, character);
     if (character != '\r') {
         line_ += character;
@@ -39,13 +39,13 @@ std::string TagLineProtocol::take(char character) {
     return back;
 }
 
-std::string TagLineProtocol::answer(std::string_view line) {
+std::string TagAsciiProtocol::answer(std::string_view line) {
     if (!line.starts_with(kPrefix) && !line.starts_with(kLowerPrefix))
         return std::string(kError);
     return carryOut(line.substr(kPrefix.size()));
 }
 
-std::string TagLineProtocol::carryOut(std::string_view command) {
+std::string TagAsciiProtocol::carryOut(std::string_view command) {
     if (const std::size_t sign = command.find('='); sign != std::string_view::npos)
         return assign(command.substr(0, sign), command.substr(sign + 1));
     if (command == "VAR")
@@ -61,7 +61,7 @@ std::string TagLineProtocol::carryOut(std::string_view command) {
 }
 
 // There is no commit in this protocol: what is assigned is kept.
-std::string TagLineProtocol::assign(std::string_view key, std::string_view text) {
+std::string TagAsciiProtocol::assign(std::string_view key, std::string_view text) {
     const std::optional<unsigned> value = tagVariableValue(text);
     if (!value)
         return std::string(kError);
@@ -81,12 +81,12 @@ std::string TagLineProtocol::assign(std::string_view key, std::string_view text)
     return {};
 }
 
-std::string TagLineProtocol::listing() const {
+std::string TagAsciiProtocol::listing() const {
     return assignment("cmd.echo", echoes_) + assignment("cmd.prompt", prompts_) +
            tagVariableLines(reader_);
 }
 
-std::string TagLineProtocol::version() const {
+std::string TagAsciiProtocol::version() const {
     const unsigned id = reader_.deviceId();
     char text[32];
     std::snprintf(text, sizeof text, "{%X.%u.%u}\r", id >> 8, id >> 4 & 0x0F, id & 0x0F);
@@ -94,7 +94,7 @@ std::string TagLineProtocol::version() const {
 }
 
 // The second and the third number mean nothing to the model.
-std::string TagLineProtocol::identifier() {
+std::string TagAsciiProtocol::identifier() {
     unsigned long long id = 0;
     const TagBlock bytes = reader_.run({opcode::kIdentifier});
     for (unsigned byte = 0; byte < bytes.size(); ++byte)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The simulated reader's line protocol: what a line does and what comes back.
+// The simulated reader's ASCII protocol: what a line does and what comes back.
 #include "tests/sim/spoken_stream.h"
 
 using namespace zel::sim;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A simulated proximity reader's line protocol: text commands that end in a carriage return,
+// A simulated proximity reader's ASCII protocol: text commands that end in a carriage return,
 // answered by text.
 #pragma once
 
@@ -13,9 +13,9 @@
 
 namespace zel::sim {
 
-class TagLineProtocol {
+class TagAsciiProtocol {
 public:
-    explicit TagLineProtocol(TagReader& reader) : reader_(reader) {}
+    explicit TagAsciiProtocol(TagReader& reader) : reader_(reader) {}
 
     // Takes a character; what the reader sends back at once. It echoes until it is told not to, and
     // ends its answers with a prompt when it is told to.
