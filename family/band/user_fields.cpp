@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Words of the eleven user fields, and the tracks that are enabled, in memory.
+#include "base/bytes.h"
 #include "family/band/band.h"
 #include "frame/state/state.h"
 
@@ -13,8 +14,6 @@ namespace {
 constexpr unsigned kFields = std::size(decltype(tsBand::UserField){});
 constexpr unsigned kLastKey = std::size(decltype(BandUserField::Keybyte){}); // one past the array
 constexpr int kTracks = 7;
-
-std::uint8_t low(unsigned value) { return static_cast<std::uint8_t>(value); }
 
 // The field of a number from 1 on, or null.
 BandUserField* find(unsigned number) {
@@ -74,7 +73,7 @@ int zelband_GetTrackEnables() { return activeRecord().Band.TrackEnables & kTrack
 
 #define ZEL_byte(name, call)                                                                       \
     int zelband_SetField##call(unsigned short field, unsigned short value) {                       \
-        return store(field, &BandUserField::name, low(value));                                     \
+        return store(field, &BandUserField::name, lowByte(value));                                     \
     }                                                                                              \
     int zelband_GetField##call(unsigned short field) { return load(field, &BandUserField::name); }
 
@@ -87,7 +86,7 @@ int zelband_SetFieldKeydata(unsigned short field, unsigned short index, unsigned
     std::uint8_t* const key = keyAt(field, index);
     if (!key)
         return 0;
-    *key = low(value);
+    *key = lowByte(value);
     return 1;
 }
 
