@@ -73,7 +73,7 @@ int zelband_GetTrackEnables() { return activeRecord().Band.TrackEnables & kTrack
 
 #define ZEL_byte(name, call)                                                                       \
     int zelband_SetField##call(unsigned short field, unsigned short value) {                       \
-        return store(field, &BandUserField::name, lowByte(value));                                     \
+        return store(field, &BandUserField::name, lowByte(value));                                 \
     }                                                                                              \
     int zelband_GetField##call(unsigned short field) { return load(field, &BandUserField::name); }
 

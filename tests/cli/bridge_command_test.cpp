@@ -76,6 +76,14 @@ TEST_F(BridgeCommand, SettingsAreWrittenAndReadBack) {
     EXPECT_EQ(run({"config", "get", "iIDHoldTO"}, place).out, "2000\n");
 }
 
+TEST_F(BridgeCommand, ShowsTheSettingsInJson) {
+    const std::string place = placeOf(addReader(1), 1);
+    const CommandRun shown = run({"config", "show", "--json"}, place);
+    EXPECT_EQ(shown.exit, ExitCode::Done) << shown.err;
+    EXPECT_EQ(json::parse(shown.out).at("records").at("TimeParms").at("iIDHoldTO").at("value"),
+              1000);
+}
+
 TEST_F(BridgeCommand, ReadsACard) {
     const std::string place = placeOf(addReader(1), 1);
     reader_->present(sim::cardOf(0x02341B70, 26));
