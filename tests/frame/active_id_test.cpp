@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The exported card reads: the copy of the last identifier and when it answers.
 #include "base/runtime.h"
+#include "frame/state/state.h"
 #include "tests/support/library_test.h"
 
 #include <algorithm>
@@ -14,7 +15,10 @@ namespace {
 
 class LastId : public LibraryTest {
 protected:
-    LastId() : reader_(connectReader()) { reader_->present(cardOf(0x0341B71, 26)); }
+    LastId() : reader_(connectReader()) {
+        zel::setLastIdBits(0);
+        reader_->present(cardOf(0x0341B71, 26));
+    }
 
     // A read that happened `ms` milliseconds ago, as an application may note it.
     static void readBefore(std::uint64_t ms) { DevDat[0].lLastIDTick = GetTickCount() - ms; }

@@ -111,7 +111,12 @@ Names without(const Names& names, const Names& others) {
 
 class FamilyTable : public LibraryTest {
 protected:
-    FamilyTable() { unsetenv("ZELTAGAPI_LOGGING"); }
+    FamilyTable() {
+        unsetenv("ZELTAGAPI_LOGGING");
+        for (const auto put : {chkAddArrival_char, chkDelRemoval_char, writeDevCfgToFile_char,
+                               readDevCfgFmFile_char})
+            put(0, 0); // an empty text
+    }
     ~FamilyTable() override {
         startAfresh();
         QueuedID = {};

@@ -7,6 +7,7 @@
 namespace zel::test {
 
 LibraryTest::LibraryTest() {
+    setVirtualMicroseconds(kStartOfTime);
     bus().clear();
     EXPECT_TRUE(bus().install());
     bus().startTrace();
@@ -27,6 +28,7 @@ LibraryTest::~LibraryTest() {
     std::memset(&zelTagVidPid, 0, sizeof zelTagVidPid);
     std::memset(activeIDBuf, 0, sizeof activeIDBuf);
     activeIDBufSz = 0;
+    errorString.clear();
     baudrate = defaultbaudrate = 9600;
     SetIpPort(0, 0, 0, 0, 0);
     EXPECT_TRUE(sim::UsbBus::uninstall());

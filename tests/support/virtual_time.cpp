@@ -12,10 +12,9 @@ namespace zel::test {
 
 namespace {
 
-constexpr std::uint64_t kMicro = 1'000'000;
 // Relaxed, so that threads of a test get no order between them from the clock.
 constexpr auto kOrder = std::memory_order_relaxed;
-std::atomic<std::uint64_t> now = 1'700'000'000 * kMicro;
+std::atomic<std::uint64_t> now = kStartOfTime;
 std::atomic<std::uint64_t> paused = 0;
 std::atomic<int> interruptions = 0;
 std::function<void(std::uint64_t)> pauseListener;

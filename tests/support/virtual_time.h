@@ -8,6 +8,9 @@
 
 namespace zel::test {
 
+// When each program starts, and each test of the library: a time of day like any other.
+constexpr std::uint64_t kStartOfTime = 1'700'000'000'000'000;
+
 // The time now, in microseconds.
 std::uint64_t virtualMicroseconds();
 void setVirtualMicroseconds(std::uint64_t now);
