@@ -33,6 +33,7 @@ MAP = {
     "sim/tag": {"sim/wire/"},
     "sim/band": {"sim/wire/"},
     "sim/echo": {"sim/wire/"},
+    "sim/uhid": set(),
     "sim/demo": {"sim/wire/", "sim/tag/"},
     "sim/bridge": {"sim/wire/", "sim/tag/", "sim/demo/"},
     "cli/command": set(),
