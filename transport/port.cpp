@@ -2,7 +2,8 @@
 // Reads, writes and waits of a byte stream.
 #include "transport/port.h"
 
-#include "frame/zelTagState.h"
+#include "frame/state/state.h"
+#include "transport/observer.h"
 #include "transport/serial_lines.h"
 #include "transport/tcp_socket.h"
 #include "transport/terminal.h"
@@ -32,6 +33,16 @@ constexpr int kScratch = 128;
 unsigned long take(int fd, char* buffer, unsigned long size) {
     const ssize_t count = read(fd, buffer, size);
     return count > 0 ? static_cast<unsigned long>(count) : 0;
+}
+
+const char* pathOf(unsigned number) {
+    const char* const line = registeredPath(number);
+    return line ? line : "";
+}
+
+// The product is the active device's: the families exchange with no other.
+Observed exchangeOn(unsigned number) {
+    return {ZELTAGAPI_TRACE_LINE, pathOf(number), static_cast<int>(activeRecord().iProduct)};
 }
 
 } // namespace
@@ -71,7 +82,9 @@ bool CPort::Connect() {
     if (!line)
         return false;
     closeLine(); // still open where Disconnect() closed the socket
+    Observed opening(ZELTAGAPI_TRACE_LINE, line);
     iFd = terminal::openLine(line);
+    opening.tell(ZELTAGAPI_TRACE_OPEN, iFd != -1);
     if (iFd == -1)
         return false;
     initPort(iFd);
@@ -90,8 +103,10 @@ int CPort::Disconnect() {
 void CPort::closeLine() {
     if (iFd == -1)
         return;
+    Observed closing(ZELTAGAPI_TRACE_LINE, pathOf(iPort));
     terminal::discardBoth(iFd);
     close(std::exchange(iFd, -1));
+    closing.tell(ZELTAGAPI_TRACE_CLOSE, true);
 }
 
 bool CPort::IsConn() const { return socket_IsOpen() || iFd != -1; }
@@ -116,6 +131,7 @@ std::int64_t CPort::Read(char* buffer, unsigned long size) {
     std::memset(buffer, 0, size);
     if (iFd == -1)
         return 0;
+    Observed reading = exchangeOn(iPort);
     terminal::setNonBlocking(iFd);
     unsigned long count = 0;
     for (int poll = 0; poll < kReadPolls && count < size; ++poll) {
@@ -123,6 +139,7 @@ std::int64_t CPort::Read(char* buffer, unsigned long size) {
         if (count < size)
             usleep(kReadPause);
     }
+    reading.tell(ZELTAGAPI_TRACE_RECEIVE, count > 0 || size == 0, buffer, static_cast<long>(count));
     return static_cast<std::int64_t>(count);
 }
 
@@ -132,6 +149,7 @@ std::int64_t CPort::QuickRead(char* buffer, unsigned long size) {
         return socket_Recv(buffer, static_cast<int>(size));
     if (iFd == -1)
         return 0;
+    Observed reading = exchangeOn(iPort);
     terminal::setNonBlocking(iFd);
     unsigned long count = 0;
     for (int quiet = 0; quiet < kQuickPolls && count < size;) {
@@ -141,6 +159,7 @@ std::int64_t CPort::QuickRead(char* buffer, unsigned long size) {
         if (count < size)
             usleep(kQuickPause);
     }
+    reading.tell(ZELTAGAPI_TRACE_RECEIVE, count > 0 || size == 0, buffer, static_cast<long>(count));
     return static_cast<std::int64_t>(count);
 }
 
@@ -149,6 +168,7 @@ std::int64_t CPort::Write(const char* buffer, unsigned long size) {
         return socket_Send(buffer, static_cast<int>(size));
     if (iFd == -1)
         return 0;
+    Observed writing = exchangeOn(iPort);
     unsigned long count = 0;
     while (count < size) {
         const long piece = terminal::writeThrough(iFd, buffer + count, size - count);
@@ -157,6 +177,7 @@ std::int64_t CPort::Write(const char* buffer, unsigned long size) {
         if (count < size)
             usleep(kWritePause);
     }
+    writing.tell(ZELTAGAPI_TRACE_SEND, true, buffer, static_cast<long>(count));
     return static_cast<std::int64_t>(count);
 }
 

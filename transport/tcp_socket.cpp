@@ -2,10 +2,12 @@
 // Connect, send and receive on the process's one TCP socket.
 #include "transport/tcp_socket.h"
 
-#include "frame/zelTagState.h"
+#include "frame/state/state.h"
 #include "transport/ipv4.h"
+#include "transport/observer.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <netinet/tcp.h>
@@ -23,6 +25,11 @@ constexpr useconds_t kPause = 20'000; // µs, behind a send and before each rece
 constexpr int kReceivePolls = 5;
 
 constinit int theSocket = -1;
+constinit char peer[sizeof "255.255.255.255:65535"] = "";
+
+Observed exchange() {
+    return {ZELTAGAPI_TRACE_TCP, peer, static_cast<int>(activeRecord().iProduct)};
+}
 
 // A peer that closed must not end the process by a signal: by a flag of the call where the platform
 // has it, else by an option of the socket.
@@ -74,25 +81,31 @@ void zel::closeConnectSocket() {
 int socket_Open(std::uint8_t a, std::uint8_t b, std::uint8_t c, std::uint8_t d,
                 std::uint16_t port) {
     socket_Close();
+    std::snprintf(peer, sizeof peer, "%u.%u.%u.%u:%u", a, b, c, d, port);
+    Observed opening(ZELTAGAPI_TRACE_TCP, peer);
     const int fd = socket(AF_INET, SOCK_STREAM, 0);
     if (fd < 0)
         return kNoSocket;
     prepare(fd);
     if (!connectTo(fd, socketAddress({a, b, c, d}, port))) {
         close(fd);
+        opening.tell(ZELTAGAPI_TRACE_OPEN, false);
         return kNoConnection;
     }
     fcntl(fd, F_SETFL, O_NONBLOCK);
     theSocket = fd;
+    opening.tell(ZELTAGAPI_TRACE_OPEN, true);
     return 0;
 }
 
 int socket_Close() {
     if (theSocket == -1)
         return 0;
+    Observed closing(ZELTAGAPI_TRACE_TCP, peer);
     const int result = close(theSocket);
     if (result == 0)
         theSocket = -1;
+    closing.tell(ZELTAGAPI_TRACE_CLOSE, result == 0);
     return result;
 }
 
@@ -101,7 +114,9 @@ bool socket_IsOpen() { return theSocket != -1; }
 int socket_Send(const char* buffer, int size) {
     if (theSocket == -1 || size < 0)
         return 0;
+    Observed sending = exchange();
     const ssize_t sent = send(theSocket, buffer, static_cast<std::size_t>(size), kQuietly);
+    sending.tell(ZELTAGAPI_TRACE_SEND, sent == size, buffer, size);
     usleep(kPause);
     return static_cast<int>(sent);
 }
@@ -109,6 +124,7 @@ int socket_Send(const char* buffer, int size) {
 int socket_Recv(char* buffer, int size) {
     if (theSocket == -1 || size < 0)
         return 0;
+    Observed receiving = exchange();
     std::memset(buffer, 0, static_cast<std::size_t>(size));
     int total = 0;
     ssize_t last = 0;
@@ -117,5 +133,6 @@ int socket_Recv(char* buffer, int size) {
         last = recv(theSocket, buffer + total, static_cast<std::size_t>(size - total), 0);
         total += last > 0 ? static_cast<int>(last) : 0;
     }
+    receiving.tell(ZELTAGAPI_TRACE_RECEIVE, total > 0 || size == 0, buffer, total);
     return static_cast<int>(last);
 }

@@ -3,6 +3,7 @@
 #include "transport/usb_driver.h"
 
 #include "frame/state/state.h"
+#include "transport/observer.h"
 #include "transport/usb_identity.h"
 #include "transport/usb_platform.h"
 
@@ -53,13 +54,40 @@ Match matchTag(unsigned vendor, unsigned product) {
     return isTag(vendor, product) ? Match{true, -1} : matchFilterList(vendor, product);
 }
 
+const char* nameOf(const void* handle) {
+    const auto* const record =
+        std::find_if(std::begin(DevDat), std::end(DevDat),
+                     [handle](const tsDevDat& one) { return one.hDev == handle; });
+    return record == std::end(DevDat) ? "" : record->szDevName;
+}
+
+void closeObserved(void* handle) {
+    zel::Observed closing(ZELTAGAPI_TRACE_USB, zel::observer.call ? nameOf(handle) : "");
+    backend.close(handle);
+    closing.tell(ZELTAGAPI_TRACE_CLOSE, true);
+}
+
+zel::Observed exchangeWith(const tsDevDat& record) {
+    return {ZELTAGAPI_TRACE_USB, record.szDevName, static_cast<int>(record.iProduct)};
+}
+
+bool trySend(const tsDevDat& record, unsigned char reportId, const unsigned char* data, long size) {
+    zel::Observed sending = exchangeWith(record);
+    const bool isSent = backend.setFeature(record.hDev, reportId, data, size) != 0;
+    const long skipped = reportId == 0 || size == 0 ? 0 : 1;
+    sending.tell(ZELTAGAPI_TRACE_SEND, isSent, data + skipped, size - skipped);
+    return isSent;
+}
+
 // Opens the listed device `index` and hands it over. Whether that went well.
 bool handOver(int index, int row, zelFoundDevice found) {
     char name[ZELTAGAPI_NAME_SIZE] = {};
+    zel::Observed opening(ZELTAGAPI_TRACE_USB, name);
     void* const handle = backend.open(index, name);
+    name[sizeof name - 1] = '\0';
+    opening.tell(ZELTAGAPI_TRACE_OPEN, zel::isOpenHandle(handle));
     if (!zel::isOpenHandle(handle))
         return false;
-    name[sizeof name - 1] = '\0';
     found(name, handle, row);
     return true;
 }
@@ -114,7 +142,7 @@ int UsbDriver_Generator(unsigned int vendor, unsigned int product, zelFoundDevic
 
 int UsbDriver_Close(void* handle) {
     if (zel::isOpenHandle(handle))
-        backend.close(handle);
+        closeObserved(handle);
     return 1;
 }
 
@@ -126,14 +154,14 @@ int UsbDriver_IsDevOurs(const char*, unsigned int, unsigned int, void*) { return
 
 // Without a handle there is nothing to retry: fails at once, with no pause.
 int UsbDriver_SendFR(int length, int, const unsigned char* buffer) {
-    void* const handle = zel::activeRecord().hDev;
-    if (!zel::isOpenHandle(handle) || length < 0)
+    const tsDevDat& record = zel::activeRecord();
+    if (!zel::isOpenHandle(record.hDev) || length < 0)
         return 0;
     const unsigned char reportId = buffer[0];
     const unsigned char* const data = reportId == 0 ? buffer + 1 : buffer;
     const long size = reportId == 0 ? length : length + 1L;
     for (int attempt = 0; attempt < kSendTries; ++attempt) {
-        if (backend.setFeature(handle, reportId, data, size))
+        if (trySend(record, reportId, data, size))
             return 1;
         usleep(kSendRetryPause);
     }
@@ -141,11 +169,14 @@ int UsbDriver_SendFR(int length, int, const unsigned char* buffer) {
 }
 
 int UsbDriver_RecvFR(int length, int, unsigned char* buffer) {
-    void* const handle = zel::activeRecord().hDev;
-    if (!zel::isOpenHandle(handle) || length < 0)
+    const tsDevDat& record = zel::activeRecord();
+    if (!zel::isOpenHandle(record.hDev) || length < 0)
         return 0;
+    zel::Observed receiving = exchangeWith(record);
     long size = length;
-    return backend.getFeature(handle, buffer[0], buffer + 1, &size) ? 1 : 0;
+    const bool came = backend.getFeature(record.hDev, buffer[0], buffer + 1, &size) != 0;
+    receiving.tell(ZELTAGAPI_TRACE_RECEIVE, came, came ? buffer + 1 : nullptr, came ? size : 0);
+    return came ? 1 : 0;
 }
 
 int UsbDriver_WaitForData(void*, int, unsigned char*) { return 1; }
