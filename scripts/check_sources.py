@@ -34,7 +34,7 @@ MAP = {
     "sim/band": {"sim/wire/"},
     "sim/echo": {"sim/wire/"},
     "sim/uhid": set(),
-    "sim/demo": {"sim/wire/", "sim/tag/"},
+    "sim/demo": {"sim/wire/", "sim/tag/", "sim/band/", "sim/echo/"},
     "sim/bridge": {"sim/wire/", "sim/tag/", "sim/demo/"},
     "cli/command": set(),
     "cli/network": {"cli/command/"},
@@ -43,7 +43,8 @@ MAP = {
     "cli/card": {"cli/command/", "cli/device/"},
     "cli/config": TABLES | {"cli/command/", "cli/device/", "cli/file/", STATE_HEADER},
     "cli/firmware": {"cli/command/", "cli/device/", "cli/file/"},
-    "cli/main": {"cli/command/"},
+    "cli/trace": {"cli/command/", "sim/demo/names.h"},
+    "cli/main": {"cli/command/", "cli/trace/"},
 }
 FREE = ("tests/", "bench/", "examples/", "fuzz/")
 LONGEST_LINE = 100

@@ -41,7 +41,9 @@ const char* summaryOf(std::string_view name) {
 
 } // namespace
 
-Parser::Parser() : app_("Finds zelTag card readers and reads the card in their field.", "zeltag") {
+Parser::Parser(const Options& given)
+    : options_(given),
+      app_("Finds zelTag card readers and reads the card in their field.", "zeltag") {
     app_.set_version_flag("--version", versionText, "Print the version of the library");
     app_.set_help_flag("--help,-h", "Print this help");
     app_.get_formatter()->column_width(kHelpColumn);

@@ -16,7 +16,8 @@ namespace zel::cli {
 // What takes a command line apart. Help, manual pages and completions are made from its app().
 class Parser {
 public:
-    Parser();
+    // Options that were given elsewhere stand where the command line names none.
+    explicit Parser(const Options& given = {});
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // From the command line to a command, and from its outcome to an exit code.
 #include "cli/main/program.h"
+
 #include "cli/main/parser.h"
 
 #include <CLI/CLI.hpp>
@@ -28,6 +29,8 @@ void report(const Failure& failure, bool json, Output& output) {
 
 class Program {
 public:
+    explicit Program(const Options& given = {}) : parser_(given) {}
+
     Outcome run(int argc, const char* const* argv, Output& output) {
         try {
             parser_.app().parse(argc, argv);
@@ -98,6 +101,13 @@ bool asksForJson(int argc, const char* const* argv) {
 }
 
 } // namespace
+
+Outcome runWords(const std::vector<std::string>& words, const Options& options, Output& output) {
+    std::vector<const char*> argv = {"zeltag"};
+    for (const std::string& word : words)
+        argv.push_back(word.c_str());
+    return Program(options).run(static_cast<int>(argv.size()), argv.data(), output);
+}
 
 ExitCode runProgram(int argc, const char* const* argv) {
     Output output(stdout);
