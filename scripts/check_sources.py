@@ -12,7 +12,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # The library's state as data; the other public headers are those that anyone may include.
 STATE_HEADER = "frame/zelTagState.h"
 LEAVES = {f"frame/{header.name}" for header in (ROOT / "frame").glob("zelTag*.h")} - {STATE_HEADER}
-TABLES = {"frame/records.def", "frame/band_settings.def"}
+TABLES = {"frame/records.def", "frame/band_settings.def", "frame/products.def"}
 STATE = {"frame/state/", STATE_HEADER} | TABLES
 
 # The rooms from the ground up, and what each may include beside itself and the leaves: a whole
@@ -30,9 +30,9 @@ MAP = {
     "frame/calls": STATE | {"base/", "transport/", "family/tag/", "family/band/", "family/echo/",
                             "cfgfile/", "firmware/"},
     "sim/wire": {"transport/usb_backend.h", "transport/line_opener.h"},
-    "sim/tag": {"sim/wire/"},
-    "sim/band": {"sim/wire/"},
-    "sim/echo": {"sim/wire/"},
+    "sim/tag": {"sim/wire/", "transport/usb_identity.h"},
+    "sim/band": {"sim/wire/", "transport/usb_identity.h"},
+    "sim/echo": {"sim/wire/", "transport/usb_identity.h"},
     "sim/uhid": set(),
     "sim/demo": {"sim/wire/", "sim/tag/", "sim/band/", "sim/echo/"},
     "sim/bridge": {"sim/wire/", "sim/tag/", "sim/demo/"},

@@ -11,8 +11,15 @@ struct UsbIdentity {
     unsigned short product;
 };
 
-constexpr UsbIdentity kTagIdentity = {ZELTAG_USB_VENDOR, ZELTAG_USB_PRODUCT};
-constexpr UsbIdentity kBandIdentity = {0x5A3E, 0x9D2B};
-constexpr UsbIdentity kEchoIdentity = {0x8E4A, 0x9D2A};
+// kTagIdentity, kTagAdvIdentity, kBandIdentity and so on: one for each row.
+#define PRODUCT(name, vendor, product, text)                                                       \
+    constexpr UsbIdentity k##name##Identity = {0x##vendor, 0x##product};
+#define LISTED(name, vendor, product, filter, text) PRODUCT(name, vendor, product, text)
+#include "frame/products.def"
+#undef LISTED
+#undef PRODUCT
+
+static_assert(kTagIdentity.vendor == ZELTAG_USB_VENDOR);
+static_assert(kTagIdentity.product == ZELTAG_USB_PRODUCT);
 
 } // namespace zel

@@ -13,7 +13,6 @@ using namespace zel;
 
 namespace {
 
-constexpr UsbIdentity kTagAdvIdentity = {0x5A3E, 0x9D22};
 constexpr int kRows = std::size(decltype(zelTagVidPid.rows){});
 
 bool isTagAdv(int row) {

@@ -25,21 +25,18 @@ constexpr int kNumberLimit = 45;
 constexpr int kRows = std::size(decltype(zelTagVidPid.rows){});
 
 // A line of the fixed list, in the form of a line of the file.
-#define FIXED_ROW(vendor, product, name, filter)                                                   \
-    "VID=\"" vendor "\"    PID=\"" product "\"    VENDORNAME=\"" vendor ":" product " " name       \
-    "\"  FILTER1MASK=\"" filter "\" FILTER1COMPARE=\"" filter "\""
+#define PRODUCT(name, vendor, product, text)
+#define LISTED(name, vendor, product, filter, text)                                                \
+    "VID=\"" #vendor "\"    PID=\"" #product "\"    VENDORNAME=\"" #vendor ":" #product " " text   \
+    "\"  FILTER1MASK=\"" #filter "\" FILTER1COMPARE=\"" #filter "\"",
 
 constexpr const char* kFixedLines[] = {
     "DEFAULT1MASK=\"8000\"  DEFAULT1COMPARE=\"8000\"",
-    FIXED_ROW("7C1F", "9D29", "QX - gear", "4000"),
-    FIXED_ROW("5A3E", "9D21", "Norvanex Wiegand", "2000"),
-    FIXED_ROW("5A3E", "9D22", "Norvanex TagAdv", "8000"),
-    FIXED_ROW("5A3E", "9D24", "Norvanex BLE", "8000"),
-    FIXED_ROW("6B2D", "9D25", "Norvanex KQ7", "8000"),
-    FIXED_ROW("5A3E", "9D26", "Norvanex KVTR", "8000"),
-    FIXED_ROW("5A3E", "9D27", "Norvanex CCID", "8000"),
-    FIXED_ROW("5A3E", "9D28", "Ombrelle FIDO CCID", "8000"),
+#include "frame/products.def"
 };
+
+#undef LISTED
+#undef PRODUCT
 
 // A value of a line as text that always has its end.
 struct Value {

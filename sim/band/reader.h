@@ -10,6 +10,7 @@
 #include "sim/wire/fixed_replies.h"
 #include "sim/wire/stream_device.h"
 #include "sim/wire/violations.h"
+#include "transport/usb_identity.h"
 
 #include <random>
 
@@ -26,8 +27,8 @@ enum class BandFault {
 
 class BandReader : public StreamDevice, public Device {
 public:
-    static constexpr std::uint16_t kVendor = 0x5A3E;
-    static constexpr std::uint16_t kProduct = 0x9D2B;
+    static constexpr std::uint16_t kVendor = kBandIdentity.vendor;
+    static constexpr std::uint16_t kProduct = kBandIdentity.product;
     static constexpr std::size_t kFrameSize = 24;
     using Options = BandOptions;
 

@@ -8,6 +8,7 @@
 #include "sim/wire/device.h"
 #include "sim/wire/fixed_replies.h"
 #include "sim/wire/violations.h"
+#include "transport/usb_identity.h"
 
 #include <array>
 #include <cstddef>
@@ -38,8 +39,8 @@ struct EchoPlace {
 
 class EchoSensor : public Device {
 public:
-    static constexpr std::uint16_t kVendor = 0x8E4A;
-    static constexpr std::uint16_t kProduct = 0x9D2A;
+    static constexpr std::uint16_t kVendor = kEchoIdentity.vendor;
+    static constexpr std::uint16_t kProduct = kEchoIdentity.product;
     using Block = EchoBlock;
     using Options = EchoOptions;
 

@@ -8,6 +8,7 @@
 #include "sim/wire/device.h"
 #include "sim/wire/fixed_replies.h"
 #include "sim/wire/violations.h"
+#include "transport/usb_identity.h"
 
 #include <functional>
 #include <string>
@@ -22,11 +23,11 @@ namespace zel::sim {
 // pass: see the `fail` of UsbBus and of TagStream.
 class TagReader : public Device {
 public:
-    static constexpr std::uint16_t kVendor = 0x5A3E;
-    static constexpr std::uint16_t kProduct = 0x9D23;
-    static constexpr std::uint16_t kTagAdvProduct = 0x9D22;
-    static constexpr std::uint16_t kKq7Vendor = 0x6B2D;
-    static constexpr std::uint16_t kKq7Product = 0x9D25;
+    static constexpr std::uint16_t kVendor = kTagIdentity.vendor;
+    static constexpr std::uint16_t kProduct = kTagIdentity.product;
+    static constexpr std::uint16_t kTagAdvProduct = kTagAdvIdentity.product;
+    static constexpr std::uint16_t kKq7Vendor = kKq7Identity.vendor;
+    static constexpr std::uint16_t kKq7Product = kKq7Identity.product;
     using Block = TagBlock;
     using Configuration = TagConfiguration;
     using Settings = TagSettings;

@@ -2,6 +2,7 @@
 // What the user is told of a reader that can't be opened.
 #include "cli/device/diagnosis.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace zel::cli {
@@ -28,6 +29,15 @@ TEST(Diagnosis, DeniedReaderNamesTheNodeAndTheRuleThatHelps) {
     EXPECT_EQ(told({{"/dev/hidraw3", Access::Denied}}),
               std::string("no_permission: no permission to open the reader /dev/hidraw3; ") +
                   kRule);
+}
+
+TEST(Diagnosis, RuleThatHelpsIsALineOfThePackagedRules) {
+    const std::string rule = std::string(kRule).substr(0, std::string(kRule).find(" into "));
+    std::ifstream file(ZEL_UDEV_RULES);
+    bool stands = false;
+    for (std::string line; std::getline(file, line);)
+        stands = stands || "put the line " + line == rule;
+    EXPECT_TRUE(stands) << rule;
 }
 
 TEST(Diagnosis, MissingNodeIsNamed) {
