@@ -45,6 +45,7 @@ MAP = {
     "cli/firmware": {"cli/command/", "cli/device/", "cli/file/"},
     "cli/trace": {"cli/command/", "sim/demo/names.h"},
     "cli/main": {"cli/command/", "cli/trace/"},
+    "cli/reference": {"cli/command/", "cli/config/", "cli/main/"},
 }
 FREE = ("tests/", "bench/", "examples/", "fuzz/")
 LONGEST_LINE = 100
