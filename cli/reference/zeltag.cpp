@@ -3,11 +3,8 @@
 #include "cli/command/failure.h"
 #include "cli/config/words.h"
 #include "cli/main/parser.h"
-#include "cli/reference/completion.h"
-#include "cli/reference/manual.h"
+#include "cli/reference/reference.h"
 
-#include <cstdio>
-#include <cstring>
 #include <set>
 
 namespace zel::cli {
@@ -59,19 +56,6 @@ ManualText manualText(const char* version, const char* date) {
             {"zelsim\\-bridge(1)", "zeltag\\-template(5)", "zeltag\\-firmware(5)", "zelTagAPI(7)"}};
 }
 
-int print(const std::string& form, const CommandOutline& outline, const ManualText& text) {
-    std::string printed;
-    if (form == "manual")
-        printed = manualOf(outline, text);
-    else if (form == "bash")
-        printed = bashCompletionOf(outline);
-    else if (form == "fish")
-        printed = fishCompletionOf(outline);
-    else if (form == "zsh")
-        printed = zshCompletionOf(outline);
-    return printed.empty() || std::fputs(printed.c_str(), stdout) < 0 || std::fflush(stdout) != 0;
-}
-
 } // namespace
 
 } // namespace zel::cli
@@ -81,6 +65,7 @@ int main(int argc, char** argv) {
     if (argc != 4)
         return 1;
     zel::cli::Parser parser;
-    return zel::cli::print(argv[1], zel::cli::outlineOf(parser.app(), zel::cli::valueWords()),
-                           zel::cli::manualText(argv[2], argv[3]));
+    return !zel::cli::printReference(argv[1],
+                                     zel::cli::outlineOf(parser.app(), zel::cli::valueWords()),
+                                     zel::cli::manualText(argv[2], argv[3]));
 }
