@@ -16,6 +16,10 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
 # g++ 12 sees an overlap in plain text concatenation (its bug 105651).
 add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 
+if(ZEL_HARDEN)
+    include(cmake/Hardening.cmake)
+endif()
+
 if(ZEL_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                         -fno-omit-frame-pointer -g1) # lines are what a report shows

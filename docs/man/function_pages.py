@@ -19,8 +19,8 @@ LINKS = "3zeltag"  # names such as Ping and Debug aren't ours alone
 
 
 def escaped(text):
-    for sign, escape in (("\\", "\\e"), ("-", "\\-"), ("'", "\\(aq"), ("^", "\\(ha"), ("~", "\\(ti")):
-        text = text.replace(sign, escape)
+    text = text.replace("\\", "\\e").replace("-", "\\-").replace("'", "\\(aq")
+    text = text.replace("^", "\\(ha").replace("~", "\\(ti")
     return re.sub(r"^\.", r"\\&.", text, flags=re.MULTILINE)
 
 
