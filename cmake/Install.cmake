@@ -5,7 +5,7 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-set(simulator_program zelsim-bridge)
+set(simulator_program zelsim_program)
 set(simulator_folder ${CMAKE_INSTALL_LIBDIR}/zeltag) # of the object that is preloaded
 
 # The headers include one another as "frame/NAME", so the folder frame stays; what stands above it

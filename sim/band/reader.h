@@ -39,6 +39,7 @@ public:
 
     Options& options() { return model_.options; }
     BandSettings& settings() { return model_.current; }
+    void keepSettings() { model_.stored = model_.current; }
     const BandSettings& committed() const { return model_.stored; }
     int ledColor(unsigned led) const; // 0 to 4
     std::vector<BandBeep> takeBeeps() { return model_.takeBeeps(); }

@@ -63,9 +63,11 @@ public:
     void addTo(std::vector<pollfd>& ends) const;
 
     bool hasClient() const { return client_.isOpen(); }
+    void hangUp() { client_.close(); }
 
     ProbeFaults& probeFaults(Probe probe) { return line(probe).faults; }
     StreamFaults& streamFaults() { return streamFaults_; }
+    const StreamFaults& streamFaults() const { return streamFaults_; }
     void spoilReply(Probe probe, std::size_t offset, std::uint8_t value) {
         probeFaults(probe).bytes[offset] = value;
     }

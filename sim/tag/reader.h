@@ -41,6 +41,7 @@ public:
         follow([card] { return card; });
     }
     void removeCard() { present({}); }
+    Card cardInField() const { return model_.field(); }
 
     // Asks `field` for the card at each read instead.
     void follow(std::function<Card()> field) { model_.field = std::move(field); }
@@ -58,6 +59,7 @@ public:
 
     // In force now, kept over a loss of power, and the user's defaults.
     Settings& settings() { return model_.memory.current; }
+    void keepSettings() { model_.memory.commit(); }
     const Settings& committed() const { return model_.memory.stored; }
     const Settings& userDefaults() const { return model_.memory.user; }
     Configuration& configuration(std::size_t n) { return settings().configuration.at(n); }

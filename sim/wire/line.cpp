@@ -4,7 +4,6 @@
 
 #include "sim/wire/byte_text.h"
 #include "sim/wire/usb_bus.h"
-#include "transport/line_opener.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -19,10 +18,6 @@ namespace zel::sim {
 
 namespace {
 
-extern "C" {
-static int openSimulatedLine(const char* path) { return lines().open(path); }
-}
-
 int refused(int error) {
     errno = error;
     return -1;
@@ -34,10 +29,6 @@ Lines& lines() {
     static Lines* const all = new Lines;
     return *all;
 }
-
-void Lines::install() { CPort_UseOpener(openSimulatedLine); }
-
-void Lines::uninstall() { CPort_UseOpener(nullptr); }
 
 void Lines::attach(const std::string& path, std::shared_ptr<StreamDevice> device) {
     detach(path);
@@ -71,21 +62,55 @@ int Lines::open(const char* path) {
     takeInAll(); // the ends of the lines that were closed before
     ++opens_;
     Line* const line = find(path);
-    const int fd = line && !line->opensFail ? connect(*line) : refused(line ? EACCES : ENOENT);
+    const int error = whyNot(line);
+    const int fd = error == 0 ? connect(*line) : refused(error);
     note(path, "open " + std::string(path) + (fd < 0 ? " fails" : ""));
     return fd;
+}
+
+int Lines::whyNot(const Line* line) {
+    if (!line)
+        return ENOENT;
+    return line->opensFail ? EACCES : 0;
 }
 
 int Lines::connect(Line& line) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0)
         return -1;
-    for (const int end : ends)
-        fcntl(end, F_SETFD, FD_CLOEXEC);
-    fcntl(ends[1], F_SETFL, O_NONBLOCK);
-    connections_.push_back({line.path, ends[1]});
-    line.device->restart();
+    fcntl(ends[0], F_SETFD, FD_CLOEXEC);
+    adopt(line, ends[1]);
     return ends[0];
+}
+
+void Lines::adopt(Line& line, int descriptor) {
+    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+    fcntl(descriptor, F_SETFL, O_NONBLOCK);
+    connections_.push_back({line.path, descriptor});
+    line.device->restart();
+}
+
+int Lines::whyNotOpen(const std::string& path) {
+    const std::lock_guard guard(mutex_);
+    return whyNot(find(path));
+}
+
+bool Lines::openOn(const std::string& path, int descriptor) {
+    const std::lock_guard guard(mutex_);
+    takeInAll();
+    ++opens_;
+    Line* const line = find(path);
+    const bool isOpen = whyNot(line) == 0;
+    if (isOpen)
+        adopt(*line, descriptor);
+    note(path, "open " + path + (isOpen ? "" : " fails"));
+    return isOpen;
+}
+
+void Lines::addTo(std::vector<pollfd>& ends) const {
+    const std::lock_guard guard(mutex_);
+    for (const Connection& connection : connections_)
+        ends.push_back({connection.fd, POLLIN, 0});
 }
 
 int Lines::opens() const {
@@ -164,11 +189,7 @@ void Lines::deliver(Connection& connection) {
 
 void Lines::wait(int milliseconds) const {
     std::vector<pollfd> ends;
-    {
-        const std::lock_guard guard(mutex_);
-        for (const Connection& connection : connections_)
-            ends.push_back({connection.fd, POLLIN, 0});
-    }
+    addTo(ends);
     poll(ends.data(), static_cast<nfds_t>(ends.size()), milliseconds);
 }
 

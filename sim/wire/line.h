@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <poll.h>
 #include <span>
 #include <string>
 #include <vector>
@@ -32,6 +33,16 @@ public:
     // What the library calls: a descriptor, or -1 with ENOENT where no device is attached and
     // EACCES where opens are to fail.
     int open(const char* path);
+
+    // 0 where the line can be opened, else the error of above.
+    int whyNotOpen(const std::string& path);
+
+    // Opens the line on a descriptor of the caller's, the device's end of a byte stream, which is
+    // then the line's to close. False: the line can't be opened, as above; nothing is taken.
+    bool openOn(const std::string& path, int descriptor);
+
+    // Adds what pump() waits for, to wait for other things at once.
+    void addTo(std::vector<pollfd>& ends) const;
 
     // Calls of open() until clear(), refused ones too; and the lines that are open.
     int opens() const;
@@ -76,7 +87,9 @@ private:
 
     Line* find(const std::string& path);
     Line& at(const std::string& path);
+    static int whyNot(const Line* line);
     int connect(Line& line);
+    void adopt(Line& line, int descriptor);
     void note(const std::string& path, const std::string& event);
     Bytes read(Connection& connection, bool& isClosed);
     bool takeIn(Connection& connection);

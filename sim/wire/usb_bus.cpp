@@ -22,37 +22,26 @@ struct BusBackend {
 
     static int list() {
         UsbBus& bus = usbBus();
-        bus.listed_.clear();
-        for (std::size_t port = 0; port < bus.ports_.size(); ++port)
-            if (bus.ports_[port].present)
-                bus.listed_.push_back(port);
+        bus.listed_ = bus.presentPorts();
         return static_cast<int>(bus.listed_.size());
     }
 
-    static UsbBus::Port& listed(int index) {
-        UsbBus& bus = usbBus();
-        return bus.ports_[bus.listed_[static_cast<std::size_t>(index)]];
+    static std::size_t listed(int index) {
+        return usbBus().listed_[static_cast<std::size_t>(index)];
     }
 
     static void ids(int index, unsigned* vendor, unsigned* product) {
-        const UsbIdentity& identity = listed(index).identity;
+        const UsbIdentity& identity = usbBus().identity(listed(index));
         *vendor = identity.vendor;
         *product = identity.product;
     }
 
-    // A device without a name has no path to open it by.
     static void* open(int index, char* name) {
-        UsbBus& bus = usbBus();
-        UsbBus::Port& port = listed(index);
-        const std::string& itsName = port.identity.name;
-        if (port.opensFail || !port.present || itsName.empty()) {
-            bus.note("open " + itsName + " fails");
-            return nullptr;
-        }
-        std::strncpy(name, itsName.c_str(), 511);
-        bus.handles_.push_back({bus.listed_[static_cast<std::size_t>(index)], true});
-        bus.note("open " + itsName);
-        return reinterpret_cast<void*>(bus.handles_.size());
+        const std::size_t port = listed(index);
+        void* const handle = usbBus().open(port);
+        if (handle)
+            std::strncpy(name, usbBus().identity(port).name.c_str(), 511);
+        return handle;
     }
 
     static void unlist() { usbBus().listed_.clear(); }
@@ -116,10 +105,6 @@ const UsbBackend& UsbBus::backend() const {
     return kBackend;
 }
 
-bool UsbBus::install() { return UsbDriver_UseBackend(&backend()) != 0; }
-
-bool UsbBus::uninstall() { return UsbDriver_UseBackend(nullptr) != 0; }
-
 void UsbBus::clear() {
     ports_.clear();
     listed_.clear();
@@ -139,6 +124,27 @@ void UsbBus::unplug(std::size_t port) { ports_.at(port).present = false; }
 void UsbBus::replug(std::size_t port) {
     ports_.at(port).present = true;
     ports_.at(port).device->powerUp();
+}
+
+std::vector<std::size_t> UsbBus::presentPorts() const {
+    std::vector<std::size_t> present;
+    for (std::size_t port = 0; port < ports_.size(); ++port)
+        if (ports_[port].present)
+            present.push_back(port);
+    return present;
+}
+
+// A device without a name has no path to open it by.
+void* UsbBus::open(std::size_t number) {
+    const Port& port = ports_.at(number);
+    const std::string& name = port.identity.name;
+    if (port.opensFail || !port.present || name.empty()) {
+        note("open " + name + " fails");
+        return nullptr;
+    }
+    handles_.push_back({number, true});
+    note("open " + name);
+    return reinterpret_cast<void*>(handles_.size());
 }
 
 int UsbBus::openHandles() const {

@@ -61,6 +61,12 @@ public:
 
     int openHandles() const;
 
+    // The ports with a device that is present, what is plugged into one, and opening one: a handle
+    // of the backend, null when that fails. For who carries the bus to other processes.
+    std::vector<std::size_t> presentPorts() const;
+    const UsbIdentity& identity(std::size_t port) const { return ports_.at(port).identity; }
+    void* open(std::size_t port);
+
     // Records every open, close and exchange as a line of text, until clear().
     void startTrace();
     void note(const std::string& line); // adds a line of the caller's own, such as a pause

@@ -25,7 +25,7 @@ std::string hostText(std::uint8_t lastByte) {
 // The bridge program on a free port of this test's own address.
 class BridgeProcess {
 public:
-    explicit BridgeProcess(Arguments arguments = {}) : program_(ZELSIM_BRIDGE, all(arguments)) {
+    explicit BridgeProcess(Arguments arguments = {}) : program_(ZELSIM_PROGRAM, all(arguments)) {
         place_ =
             hostText(1) + ":" +
             std::to_string(json::parse(program_.readLine()).at("listening").at("port").get<int>());
@@ -39,6 +39,7 @@ public:
 
 private:
     static Arguments all(Arguments& arguments) {
+        arguments.insert(arguments.begin(), "bridge");
         arguments.insert(arguments.end(), {"--listen", hostText(1), "--port", "0", "--json"});
         return arguments;
     }

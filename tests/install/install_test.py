@@ -55,7 +55,7 @@ class Installed:
                      for end in ("a", "so", f"so.{major}", f"so.{self.version}")]
         package = [f"cmake/zelTagAPI/zelTagAPI{end}.cmake"
                    for end in ("Config", "ConfigVersion", "Targets")]
-        return {"bin/zeltag", "bin/zelsim-bridge",
+        return {"bin/zeltag", "bin/zelsim",
                 *(f"include/zelTagAPI/frame/{name}" for name in public_headers()),
                 *(f"{self.libdir}/{name}" for name in libraries + package),
                 f"{self.libdir}/pkgconfig/zelTagAPI.pc", self.imported_locations()}

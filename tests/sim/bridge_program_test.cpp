@@ -46,6 +46,7 @@ public:
 
 private:
     static Arguments complete(Arguments& arguments) {
+        arguments.insert(arguments.begin(), "bridge");
         arguments.insert(arguments.end(), {"--listen", kAddress, "--port", "0", "--json"});
         return arguments;
     }
@@ -59,7 +60,7 @@ std::string portText(std::uint16_t port) {
 }
 
 TEST(BridgeProgram, TellsWhereItListensAndWhatToTry) {
-    RunningProgram program({"--listen", kAddress, "--port", "0"});
+    RunningProgram program({"bridge", "--listen", kAddress, "--port", "0"});
     const std::string line = program.readLine();
     const std::string port = line.substr(line.rfind(':') + 1);
     EXPECT_EQ(line, "listening on " + kAddress + " port " + port +
@@ -120,17 +121,18 @@ TEST(BridgeProgram, EndsAtOnceAndWellOnEitherSignal) {
 TEST(BridgeProgram, EndsWithAHintWhereItsPortIsTaken) {
     Bridge holder(std::make_shared<EchoStream>(), {.address = kHere});
     ASSERT_TRUE(holder.start());
-    RunningProgram program({"--listen", kAddress, "--port", std::to_string(holder.port())});
-    const std::string line = "zelsim-bridge: " + portText(holder.port()) +
+    RunningProgram program(
+        {"bridge", "--listen", kAddress, "--port", std::to_string(holder.port())});
+    const std::string line = "zelsim: " + portText(holder.port()) +
                              "; choose another one with --port, or --port 0 for any\n";
     EXPECT_EQ(program.finish(), (Ended{1, "", line}));
 }
 
 TEST(BridgeProgram, EndsWithAHintWhereTheAddressIsNoneOfThisMachine) {
-    RunningProgram program({"--listen", "192.0.2.1", "--json"});
+    RunningProgram program({"bridge", "--listen", "192.0.2.1", "--json"});
     const Ended run = program.finish();
     EXPECT_EQ(run.exit, 1);
-    EXPECT_EQ(run.err, "zelsim-bridge: port 10001 of 192.0.2.1: Cannot assign requested address; "
+    EXPECT_EQ(run.err, "zelsim: port 10001 of 192.0.2.1: Cannot assign requested address; "
                        "give an address of this machine with --listen\n");
     EXPECT_EQ(nlohmann::json::parse(run.out),
               nlohmann::json::parse(
@@ -140,22 +142,22 @@ TEST(BridgeProgram, EndsWithAHintWhereTheAddressIsNoneOfThisMachine) {
 }
 
 TEST(BridgeProgram, TellsWrongUsageAsJsonToo) {
-    RunningProgram program({"--port", "x", "--json"});
+    RunningProgram program({"bridge", "--port", "x", "--json"});
     const Ended run = program.finish();
     EXPECT_EQ(run.exit, 64);
     EXPECT_EQ(nlohmann::json::parse(run.out).at("error").at("code"), "usage");
 }
 
 TEST(BridgeProgram, EndsWhereNobodyCanReadItsPort) {
-    RunningProgram program({"--listen", kAddress, "--port", "0"}, Stdout::FullDisk);
+    RunningProgram program({"bridge", "--listen", kAddress, "--port", "0"}, Stdout::FullDisk);
     EXPECT_EQ(program.finish(), (Ended{73, "",
-                                       "zelsim-bridge: the line that tells the port can't be "
+                                       "zelsim: the result can't be "
                                        "written: No space left on device; "
                                        "check where stdout goes\n"}));
 }
 
 TEST(BridgeProgram, HelpShowsItsOptionsAndAnExample) {
-    RunningProgram program({"--help"});
+    RunningProgram program({"bridge", "--help"});
     const Ended run = program.finish();
     EXPECT_EQ(run.exit, 0);
     EXPECT_EQ(run.err, "");
@@ -167,12 +169,12 @@ TEST(BridgeProgram, HelpShowsItsOptionsAndAnExample) {
 TEST(BridgeProgram, GoesOnWithoutDiscoveryWhereAPortOfItIsTaken) {
     Bridge holder(std::make_shared<EchoStream>(), {.address = kHere, .servesDiscovery = false});
     ASSERT_TRUE(holder.start());
-    RunningProgram program({"--listen", kAddress, "--port", "0"});
+    RunningProgram program({"bridge", "--listen", kAddress, "--port", "0"});
     EXPECT_NE(program.readLine().find(", without discovery; try: "), std::string::npos);
     program.send(SIGTERM);
     EXPECT_EQ(program.finish(),
               (Ended{0, "",
-                     "zelsim-bridge: warning: UDP " + portText(30718) +
+                     "zelsim: warning: UDP " + portText(30718) +
                          ": discovery isn't served; end what holds the port, or leave discovery "
                          "out with --no-discovery\n"}));
 }
@@ -217,7 +219,7 @@ INSTANTIATE_TEST_SUITE_P(
         Faulty{"reset", {0x04, 0x07, 0x00}, Then::Reset},
         Faulty{"wrong-status", {0x04, 0x07, 0x00, 0x42, 0x01, 0x6F, 0x00}, Then::Nothing},
         Faulty{"wrong-procedure", {0x6F, 0x00}, Then::Nothing},
-        Faulty{"short-data", {0x04, 0x07, 0x00}, Then::Nothing}));
+        Faulty{"short-answer", {0x04, 0x07, 0x00}, Then::Nothing}));
 
 struct Misuse {
     Arguments arguments;
@@ -232,9 +234,11 @@ void PrintTo(const Misuse& misuse, std::ostream* stream) {
 class BridgeProgramUsage : public ::testing::TestWithParam<Misuse> {};
 
 TEST_P(BridgeProgramUsage, EndsWith64AndOneLine) {
-    RunningProgram program(GetParam().arguments);
+    Arguments arguments = GetParam().arguments;
+    arguments.insert(arguments.begin(), "bridge");
+    RunningProgram program(arguments);
     const std::string line =
-        "zelsim-bridge: " + GetParam().message + "; `zelsim-bridge --help` shows how\n";
+        "zelsim: " + GetParam().message + "; `zelsim bridge --help` shows how\n";
     EXPECT_EQ(program.finish(), (Ended{64, "", line}));
 }
 
@@ -251,10 +255,9 @@ INSTANTIATE_TEST_SUITE_P(
     Wrong, BridgeProgramUsage,
     ::testing::Values(Misuse{{"--frob"}, "The following argument was not expected: --frob"},
                       Misuse{{"--port", "65536"}, "--port: Value 65536 not in range 0 to 65535"},
-                      Misuse{
-                          {"--fault", "x"},
-                          "--fault: \"x\" is none of dribble, silence, close, reset, wrong-status, "
-                          "wrong-procedure, short-data, garbage"},
+                      Misuse{{"--fault", "x"},
+                             "--fault: \"x\" is none of dribble, silence, close, reset, no-answer, "
+                             "short-answer, garbage, wrong-status, wrong-procedure"},
                       noAddress("1.2.3"), noAddress("1.2.3.4.5"), noAddress("1.2.3.256"),
                       noAddress("1,2.3.4"), noAddress("localhost"), noAddress("0.0.0.0"),
                       noMac("00:20:4A:00:00"), noMac("00:20:4A:00:00:100"),
