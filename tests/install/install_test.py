@@ -55,10 +55,21 @@ class Installed:
                      for end in ("a", "so", f"so.{major}", f"so.{self.version}")]
         package = [f"cmake/zelTagAPI/zelTagAPI{end}.cmake"
                    for end in ("Config", "ConfigVersion", "Targets")]
-        return {"bin/zeltag", "bin/zelsim",
+        return {"bin/zeltag", "bin/zelsim", "lib/udev/rules.d/70-zeltag.rules",
+                 f"{self.libdir}/zeltag/libzelsim.so", *self.references(),
                 *(f"include/zelTagAPI/frame/{name}" for name in public_headers()),
                 *(f"{self.libdir}/{name}" for name in libraries + package),
                 f"{self.libdir}/pkgconfig/zelTagAPI.pc", self.imported_locations()}
+
+    def references(self):
+        """The pages that were made, those that always are among them, and the completions."""
+        pages = self.build / "packaging" / "man"
+        found = {f"share/man/{path.relative_to(pages)}" for path in pages.glob("man*/*")}
+        always = {"share/man/man1/zeltag.1", "share/man/man3/zelTagAPI.3",
+                  "share/man/man3/GetActiveID.3zeltag"}
+        return found | always | {"share/bash-completion/completions/zeltag",
+                                 "share/zsh/site-functions/_zeltag",
+                                 "share/fish/vendor_completions.d/zeltag.fish"}
 
     def imported_locations(self):
         """CMake names this file for the build type."""
@@ -75,7 +86,7 @@ class Installed:
         return folder
 
     def simulated(self, program, **environment):
-        return run(program, LD_PRELOAD=str(self.build / "lib" / "libzelsim.so"), **environment)
+        return run(program, LD_PRELOAD=str(self.lib / "zeltag" / "libzelsim.so"), **environment)
 
 
 def public_headers():
