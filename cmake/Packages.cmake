@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Debian packages of the installed files: `cpack` in a build folder whose prefix is /usr, most easily
-# scripts/build_packages. The rules for udev are a package of their own, for any machine: a library's
-# package may hold no file whose name stays when the library's number changes.
+# Debian packages of the installed files, made by scripts/build_packages. The rules for udev are a
+# package of their own, for any machine: an application that depends on the library alone needs
+# them, and a library's package may hold no file whose name stays when the library's number changes.
 set(ZEL_PACKAGE_MAINTAINER "libzelTagAPI maintainers <maintainers@zeltag.invalid>" CACHE STRING
     "Whom the packages name")
 set(library_package libzeltagapi${PROJECT_VERSION_MAJOR})
@@ -34,7 +34,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zeltagapi)
 set(CPACK_PACKAGE_CONTACT ${ZEL_PACKAGE_MAINTAINER})
 set(CPACK_OUTPUT_FILE_PREFIX ${CMAKE_BINARY_DIR}/packages)
-set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_COMPONENTS_ALL runtime development tools udev)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_STRIP_FILES ON)

@@ -104,12 +104,12 @@ def help_of(told, *words):
 
 
 def commands_of(told):
-    """The commands as the help's examples name them: their own help is there for each."""
+    """The words of each command of the table; the first may be that of a family."""
     table = (ROOT / "cli" / "command" / "commands.def").read_text(encoding="utf-8")
-    families = {"config", "file", "keys", "firmware", "net"}
     for name in re.findall(r"^COMMAND\((\w+)\)", table, re.MULTILINE):
-        family, _, rest = name.partition("_")
-        yield [family, rest.replace("_", "-")] if family in families else [name.replace("_", "-")]
+        whole, (family, _, rest) = name.replace("_", "-"), name.partition("_")
+        known = subprocess.run([told.zeltag, whole, "--help"], capture_output=True).returncode == 0
+        yield [whole] if known else [family, rest.replace("_", "-")]
 
 
 def plain_page(told):
