@@ -108,8 +108,8 @@ def commands_of(told):
     table = (ROOT / "cli" / "command" / "commands.def").read_text(encoding="utf-8")
     for name in re.findall(r"^COMMAND\((\w+)\)", table, re.MULTILINE):
         whole, (family, _, rest) = name.replace("_", "-"), name.partition("_")
-        known = subprocess.run([told.zeltag, whole, "--help"], capture_output=True).returncode == 0
-        yield [whole] if known else [family, rest.replace("_", "-")]
+        is_one = f"Usage: zeltag {whole} " in help_of(told, whole)
+        yield [whole] if is_one else [family, rest.replace("_", "-")]
 
 
 def plain_page(told):
