@@ -53,7 +53,7 @@ ManualText manualText(const char* version, const char* date) {
     return {version,
             date,
             {{"Exit status", kExitCodes}, {"Files", kFiles}},
-            {"zelsim\\-bridge(1)", "zeltag\\-template(5)", "zeltag\\-firmware(5)", "zelTagAPI(7)"}};
+            {"zeltag-template(5)", "zeltag-firmware(5)", "zelTagAPI(7)"}};
 }
 
 } // namespace
