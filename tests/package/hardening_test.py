@@ -46,9 +46,9 @@ def landing_faults(library, exports):
     names = functions(exports) & first.keys()
     if len(names) < 100:
         yield f"{library.name}: only {len(names)} functions are seen"
-    for name in sorted(names):
-        if first[name] != "endbr64":
-            yield f"{library.name}: {name} begins with {first[name]}"
+    bare = sorted(name for name in names if first[name] != "endbr64")
+    if bare:
+        yield f"{library.name}: {len(bare)} functions without endbr64, such as {bare[0]}"
 
 
 def main():
