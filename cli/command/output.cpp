@@ -14,6 +14,13 @@ namespace zel::cli {
 namespace {
 bool gProgressDemanded = false;
 std::size_t gColumns = 0; // of the remark in place
+
+// One write, so that no other program's line comes between.
+void tell(const std::string& head, std::string_view text) {
+    const std::string whole = head + std::string(text) + '\n';
+    std::fwrite(whole.data(), 1, whole.size(), stderr);
+}
+
 } // namespace
 
 std::string toText(const Json& object) {
@@ -38,9 +45,22 @@ bool Output::isOpen() {
     return error_ == 0;
 }
 
+std::optional<std::size_t> Output::columns() const { return terminalColumns(stream_); }
+
+std::string Output::coloured(std::string_view text, Colour colour) const {
+    return cli::coloured(text, colour, stream_);
+}
+
 void warn(std::string_view text) {
-    const std::string whole = "zeltag: " + std::string(text) + '\n';
-    std::fwrite(whole.data(), 1, whole.size(), stderr);
+    constexpr std::string_view kWarning = "warning:";
+    const bool isWarning = text.starts_with(kWarning);
+    if (isWarning)
+        text.remove_prefix(kWarning.size());
+    tell("zeltag: " + (isWarning ? cli::coloured(kWarning, Colour::Yellow, stderr) : ""), text);
+}
+
+void warnOfEnd(std::string_view text) {
+    tell(cli::coloured("zeltag:", Colour::Red, stderr) + ' ', text);
 }
 
 void demandProgress(bool demanded) { gProgressDemanded = demanded; }

@@ -2,8 +2,11 @@
 // Where results and remarks go: results to stdout, everything else to stderr.
 #pragma once
 
+#include "cli/command/terminal.h"
+
 #include <cstdio>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +29,10 @@ public:
     // The errno of the line that couldn't be written, 0 while all went well.
     int error() const { return error_; }
 
+    // As terminalColumns() tells; and whether colours are shown.
+    std::optional<std::size_t> columns() const;
+    std::string coloured(std::string_view text, Colour colour) const;
+
     // Whether results still have somewhere to go: nothing failed, and no pipe lost its reader.
     bool isOpen();
 
@@ -34,8 +41,11 @@ private:
     int error_ = 0;
 };
 
-// A remark on stderr that a user should see in any case.
+// A remark on stderr that a user should see in any case; "warning:" at its start is yellow.
 void warn(std::string_view text);
+
+// The same with the program's name in red: what ended the command.
+void warnOfEnd(std::string_view text);
 
 // Whether remarks on progress go to stderr when it is no terminal too.
 void demandProgress(bool demanded);

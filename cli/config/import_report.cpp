@@ -2,7 +2,8 @@
 // The lines, the table and the object that tell of an import.
 #include "cli/config/import_report.h"
 
-#include <algorithm>
+#include "cli/command/table.h"
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -73,15 +74,10 @@ void printOutcome(const Import& import, const ImportOptions& options, Output& ou
 }
 
 void printTable(const std::vector<Import>& imports, const ImportOptions& options, Output& output) {
-    std::size_t name = 4;
+    Table table({{"NAME"}, {"RESULT", Table::Side::Left, 15}, {"CHANGES", Table::Side::Right}});
     for (const Import& import : imports)
-        name = std::max(name, import.device.name.size());
-    const auto line = [&](const auto&... column) {
-        output.line(fmt::format("{:{}}  {:15}  {:>7}", column...));
-    };
-    line("NAME", name, "RESULT", "CHANGES");
-    for (const Import& import : imports)
-        line(import.device.name, name, resultOf(import, options), changesOf(import));
+        table.add({import.device.name, resultOf(import, options), changesOf(import)});
+    table.print(output);
 }
 
 Json toJson(const Import& import, const ImportOptions& options) {

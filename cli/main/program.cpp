@@ -22,7 +22,7 @@ Failure cannotWrite(int error) {
 void report(const Failure& failure, bool json, Output& output) {
     if (failure.message.empty())
         return;
-    warn(asLine(failure));
+    warnOfEnd(asLine(failure));
     if (json)
         output.line(asJson(failure));
 }
