@@ -1,0 +1,28 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Runs tests with the system's pytest, on the simulator. Exit 77: pytest is missing, or all of them
+were skipped.
+
+run_tests.py LIBRARY BENCH TEST..."""
+
+import os
+import pathlib
+import shutil
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+
+def main():
+    pytest = shutil.which("pytest-3") or shutil.which("pytest")
+    if pytest is None:
+        print("pytest not found: python3-pytest of Debian")
+        sys.exit(77)
+    library, bench, *tests = sys.argv[1:]
+    environment = dict(os.environ, ZELTAG_LIBRARY=library, LD_PRELOAD=bench,
+                       PYTHONPATH=str(ROOT / "bindings" / "python"), PYTHONDONTWRITEBYTECODE="1")
+    os.execve(pytest, [pytest, "-q", "-rs", "-p", "no:cacheprovider", *tests], environment)
+
+
+if __name__ == "__main__":
+    main()
