@@ -8,6 +8,7 @@
 #include "sim/wire/usb_bus.h"
 #include "tests/support/virtual_time.h"
 
+#include <cmath>
 #include <map>
 #include <memory>
 #include <string>
@@ -143,7 +144,7 @@ BENCH void benchSensor(int inches, FoundDevice found) {
 // Time passes for the library and the simulated devices.
 BENCH void benchSleep(double seconds);
 BENCH void benchSleep(double seconds) {
-    zel::test::wait(static_cast<std::uint64_t>(seconds * 1e6));
+    zel::test::wait(static_cast<std::uint64_t>(std::ceil(seconds * 1e6)));
 }
 
 BENCH double benchNow();

@@ -27,6 +27,9 @@ class Bench:
     def __getattr__(self, name):
         return getattr(self._dll, "bench" + name[0].upper() + name[1:])
 
+    def start_trace(self):
+        self._dll.benchTrace()
+
     def sleep(self, seconds):
         self._dll.benchSleep(ctypes.c_double(seconds))
 
@@ -43,7 +46,7 @@ class Bench:
         self._dll.benchSwipe(first.encode(), second.encode())
 
     def trace(self):
-        """The exchanges since the last call or since `startTrace`."""
+        """The exchanges since the last call or since `start_trace`."""
         return self._dll.benchTakeTrace().decode()
 
 

@@ -19,8 +19,7 @@ def test_card_has_the_bytes_that_its_bits_fill(bench, port, reader):
 
 def test_read_takes_two_queries(bench, port, reader):
     bench.present(port, 5)
-    bench.startTrace() if hasattr(bench, "startTrace") else None
-    bench.Trace()
+    bench.start_trace()
     reader.read()
     assert bench.trace() == ("> 8F 00 00 00 00 00 00 00  identifier\n"
                              "< 05 00 00 00 00 00 00 00\n"
@@ -88,14 +87,12 @@ def test_watch_tells_a_card_once(bench, port, reader, monkeypatch):
     assert [next(cards).id for _ in range(2)] == [1, 2]
 
 
-def test_watch_until_gone_ends_with_the_first_card(bench, reader):
-    bench.demo  # the bench's own reader stays
-    times = []
-    reader_cards = reader.watch(until_gone=True)
-    bench.present(0, 4)
-    times.append(next(reader_cards).id)
-    bench.take_away(0)
-    assert (times, list(reader_cards)) == ([4], [])
+def test_watch_until_gone_ends_with_the_first_card(bench, port, reader):
+    cards = reader.watch(until_gone=True)
+    bench.present(port, 4)
+    assert next(cards).id == 4
+    bench.take_away(port)
+    assert list(cards) == []
 
 
 def test_watch_passes_over_one_lost_reply(bench, port, reader):

@@ -22,7 +22,7 @@ def test_flat_name_and_record_are_the_same(reader):
 
 def test_set_changes_the_memory_and_sends_nothing(bench, port, reader):
     settings = reader.settings
-    bench.Trace()
+    bench.start_trace()
     settings.iIDHoldTO = 2000
     settings.bBeepID = True
     assert bench.trace() == ""
@@ -45,7 +45,7 @@ def test_time_takes_a_timedelta(reader):
 
 def test_change_writes_once(bench, port, reader):
     settings = reader.settings
-    bench.Trace()
+    bench.start_trace()
     with settings.change():
         settings.iIDHoldTO = 2000
         settings.bBeepID = True
@@ -55,7 +55,7 @@ def test_change_writes_once(bench, port, reader):
 
 def test_change_that_raises_changes_nothing(bench, port, reader):
     settings = reader.settings
-    bench.Trace()
+    bench.start_trace()
     with pytest.raises(zeltag.SettingError):
         with settings.change():
             settings.bBeepID = True
@@ -181,15 +181,24 @@ def test_user_defaults_of_several_configurations(bench):
         assert reader.settings.iIDHoldTO == 5000
 
 
-def test_failed_save_tells_the_error_word(bench, port, reader):
+def test_save_that_fails_says_what_to_do(bench, port, reader):
     reader.settings.iIDHoldTO = 5000
     bench.unplug(port)
     with pytest.raises(zeltag.DeviceError) as caught:
         reader.settings.save()
-    assert caught.value.words == (zeltag.ErrorWord.WRITE,)
-    assert str(caught.value) == (
-        "writing the settings of reader-0 failed: writing the configuration failed (error word "
-        "0x40000); it may have been unplugged: check its cable, then connect again")
+    error = caught.value
+    assert str(error).startswith("writing the settings of reader-0 failed")
+    assert str(error).endswith("it may have been unplugged: check its cable, then connect again")
+    assert (error.what, error.device) == ("writing the settings of", "reader-0")
+
+
+def test_settings_that_cannot_be_read_back_tell_the_error_word(bench, port, reader):
+    settings = reader.settings
+    bench.unplug(port)
+    with pytest.raises(zeltag.DeviceError) as caught:
+        settings.read_back()
+    assert caught.value.words == (zeltag.ErrorWord.READ,)
+    assert "failed: reading the configuration failed (error word 0x20000); " in str(caught.value)
 
 
 def test_words_are_described():

@@ -3,6 +3,7 @@
 
 from __future__ import annotations
 
+import re
 from typing import Dict, Optional, Tuple
 
 from ._generated.numbers import ERROR_MEANINGS, ErrorWord, FileFault
@@ -127,4 +128,4 @@ class FirmwareRefused(ZelTagError):
         super().__init__(f"{path} may not go into {device}: {text.rstrip('.')}; take a file made "
                          "for its firmware")
         #: The rule's number, 0 for none.
-        self.rule = int(text.split()[0]) if text[:1].isdigit() else 0
+        self.rule = int((re.match(r"\d*", text) or [""])[0] or 0)
