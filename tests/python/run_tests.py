@@ -18,7 +18,8 @@ def main():
     if pytest is None:
         print("pytest not found: python3-pytest of Debian")
         sys.exit(77)
-    library, bench, *tests = sys.argv[1:]
+    library, bench, *tests = [os.path.abspath(name) if os.path.exists(name) else name
+                              for name in sys.argv[1:]]
     environment = dict(os.environ, ZELTAG_LIBRARY=library, LD_PRELOAD=bench,
                        PYTHONPATH=str(ROOT / "bindings" / "python"), PYTHONDONTWRITEBYTECODE="1")
     os.execve(pytest, [pytest, "-q", "-rs", "-p", "no:cacheprovider", *tests], environment)
