@@ -6,7 +6,8 @@ import re
 from typing import NamedTuple
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FUNCTION = re.compile(r"ZELTAGAPI_EXPORT\s+([^;(]*?)(\w+)\(([^()]*)\)(?:\s*ZELTAGAPI_PRINTF\S+ \d\))?;")
+FUNCTION = re.compile(r"ZELTAGAPI_EXPORT\s+([^;(]*?)(\w+)\(([^()]*)\)"
+                      r"(?:\s*ZELTAGAPI_PRINTF\S+ \d\))?;")
 STRUCT = re.compile(r"typedef struct (\w+) \{(.*?)\n\} \1;", re.DOTALL)
 MEMBER = re.compile(r"(?:/\*\*(?P<above>[^*]*)\*/\s*)?(?P<type>(?:const |struct |unsigned )?\w+\**)"
                     r" (?P<name>\w+)(?P<sizes>(?:\[\w+\])*);(?: */\*\*<(?P<behind>.*?)\*/)?",
@@ -15,7 +16,8 @@ DATA = re.compile(r"^ZELTAGAPI_DATA\(((?:struct )?[\w:]+\*?) (\w+)((?:\[\w+\])*)
                   re.MULTILINE)
 ENUM = re.compile(r"^enum (\w+) \{(.*?)\};", re.MULTILINE | re.DOTALL)
 ENUMERATOR = re.compile(r"(\w+) = (\w+),?\s*(?:/\*\*<(.*?)\*/)?", re.DOTALL)
-DEFINE = re.compile(r"^#define ZELTAGAPI_ERR_(\w+) (\w+)\s*/\*\*<(.*?)\*/", re.MULTILINE | re.DOTALL)
+DEFINE = re.compile(r"^#define ZELTAGAPI_ERR_(\w+) (\w+)\s*/\*\*<(.*?)\*/",
+                    re.MULTILINE | re.DOTALL)
 
 
 class Function(NamedTuple):

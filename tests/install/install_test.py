@@ -30,6 +30,12 @@ def expect(actual, expected, what):
         sys.exit(f"{what}\nexpected: {expected}\nis:       {actual}")
 
 
+def python_modules():
+    folder = ROOT / "bindings" / "python"
+    return [path.relative_to(folder) for pattern in ("*.py", "py.typed")
+            for path in (folder / "zeltag").rglob(pattern)]
+
+
 class Installed:
     """The installed tree, and what an application is built and run with."""
 
@@ -59,6 +65,7 @@ class Installed:
                  f"{self.libdir}/zeltag/libzelsim.so", *self.references(),
                 *(f"include/zelTagAPI/frame/{name}" for name in public_headers()),
                 *(f"{self.libdir}/{name}" for name in libraries + package),
+                *(f"lib/python3/dist-packages/{name}" for name in python_modules()),
                 f"{self.libdir}/pkgconfig/zelTagAPI.pc", self.imported_locations()}
 
     def references(self):

@@ -91,6 +91,15 @@ def test_versions_are_one():
     assert zeltag.__version__ == project == build == zeltag.library_version()
 
 
+def test_project_names_every_folder_of_the_package():
+    folder = ROOT / "bindings" / "python"
+    packages = {".".join(path.relative_to(folder).parent.parts)
+                for path in folder.rglob("__init__.py")}
+    text = (folder / "pyproject.toml").read_text("utf-8")
+    told = re.search(r"^packages = \[(\"zeltag\".*)\]", text, re.MULTILINE).group(1)
+    assert {name.strip(' "') for name in told.split(",")} == packages
+
+
 def test_every_public_thing_is_documented():
     for name in zeltag.__all__:
         thing = getattr(zeltag, name)

@@ -34,7 +34,8 @@ from .errors import (AlreadyConnected, DeviceError, FileError, FirmwareRefused, 
 from .files import FirmwareFile, check_file, library_version
 from .reader import Reader
 from .sensor import Range, Sensor
-from .settings import Change, Settings, SensorSettings, StripeSettings
+from .saved import Change
+from .settings import Settings, SensorSettings, StripeSettings
 from .stripe import StripeReader
 
 __all__ = [

@@ -13,10 +13,10 @@ from ._generated.structures import tsDevDat, tsTagCfg
 from ._library import Library
 from .device import Device
 from .errors import FileError, ZelTagError
-from .files import check_file, file_error
+from .files import Path, check_file, file_error
 
 
-def export(device: Device, path: str, sealed: bool) -> None:
+def export(device: Device, path: Path, sealed: bool) -> None:
     """Writes a device's settings to a file beside the one meant, which then takes its place."""
     _demand_tag(device, sealed)
     name = os.fspath(path)
@@ -37,7 +37,7 @@ def _demand_tag(device: Device, sealed: bool) -> None:
                           "`sealed` out")
 
 
-def _write(device: Device, path: str, sealed: bool) -> None:
+def _write(device: Device, path: Path, sealed: bool) -> None:
     with device._active() as library:
         call = library.WriteDevCfgToSecureFile if sealed else library.WriteDevCfgToFile
         if call(os.fsencode(path)) != 1:
@@ -46,7 +46,7 @@ def _write(device: Device, path: str, sealed: bool) -> None:
             try_file(device, library, path, sealed)
 
 
-def try_file(device: Device, library: Library, path: str, sealed: bool) -> None:
+def try_file(device: Device, library: Library, path: Path, sealed: bool) -> None:
     """Takes a file into the library's memory of a device; raises FileError for one that the
     device has no use for. No device traffic."""
     _demand_tag(device, sealed)
@@ -81,7 +81,7 @@ def _try_template(device: Device, library: Library, name: str) -> None:
                                    library.GetMaxConfig() + 1, 1)
 
 
-def load(device: Device, path: str, sealed: bool) -> None:
+def load(device: Device, path: Path, sealed: bool) -> None:
     """Lets the library set and send what differs. A magnetic stripe reader's and a sensor's file
     goes to the library's memory, and from there to the device."""
     with device._active() as library:
