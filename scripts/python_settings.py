@@ -130,7 +130,8 @@ def text():
     bases = textwrap.fill(", ".join(tag_names), 80).replace("\n", "\n               ")
     sensor_bases = ", ".join(sensor_names)
     groups = [
-        f'class TagWords({bases}):\n    """The words of all ten records of a proximity reader."""\n',
+        f'class TagWords({bases}):\n'
+        '    """The words of all ten records of a proximity reader."""\n',
         f'class SensorWords({sensor_bases}):\n'
         '    """The words of all four records of a presence sensor."""\n']
     return ("from __future__ import annotations\n\nfrom typing import Any\n\n"
