@@ -33,7 +33,6 @@ MAP = {
     "sim/tag": {"sim/wire/", "transport/usb_identity.h"},
     "sim/band": {"sim/wire/", "transport/usb_identity.h"},
     "sim/echo": {"sim/wire/", "transport/usb_identity.h"},
-    "sim/uhid": set(),
     "sim/demo": {"sim/wire/", "sim/tag/", "sim/band/", "sim/echo/"},
     "sim/bridge": {"sim/wire/"},
     "sim/link": set(),

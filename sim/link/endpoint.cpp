@@ -26,9 +26,10 @@ constexpr int kQuietly = 0;
 // False: the path doesn't fit into an address.
 bool setAddress(sockaddr_un& address, const std::string& path) {
     address.sun_family = AF_UNIX;
-    errno = path.empty() ? ENOENT : ENAMETOOLONG;
-    if (path.empty() || path.size() >= sizeof address.sun_path)
+    if (path.empty() || path.size() >= sizeof address.sun_path) {
+        errno = path.empty() ? ENOENT : ENAMETOOLONG;
         return false;
+    }
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     return true;
 }
@@ -127,9 +128,12 @@ Listener Listener::at(const std::string& path) {
     Listener made;
     Descriptor socket = newSocket();
     bool isBound = bindPrivately(socket, path);
-    if (!isBound && errno == EADDRINUSE && isSocket(path) && !isServed(path)) {
-        unlink(path.c_str());
-        isBound = bindPrivately(socket, path);
+    if (!isBound && errno == EADDRINUSE) {
+        const bool isLeftBehind = isSocket(path) && !isServed(path);
+        if (isLeftBehind)
+            unlink(path.c_str());
+        errno = EADDRINUSE;
+        isBound = isLeftBehind && bindPrivately(socket, path);
     }
     if (!isBound)
         return made;

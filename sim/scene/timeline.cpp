@@ -1,30 +1,28 @@
 // SPDX-License-Identifier: MIT
-// Two lists: the script, which may start over, and what was added to it while it runs.
+// One queue: an event of the script that is taken comes back for the next turn.
 #include "sim/scene/timeline.h"
 
 #include "sim/wire/clock.h"
 
-#include <algorithm>
-
 namespace zel::sim {
 
-void Timeline::start(std::vector<Event> events, std::uint64_t turn) {
-    script_ = std::move(events);
-    std::ranges::stable_sort(script_, {}, &Event::at);
+void Timeline::script(std::uint64_t at, std::size_t device, Action action) {
+    entries_.emplace(at, Entry{device, std::move(action), true});
+}
+
+void Timeline::start(std::uint64_t turn) {
     turn_ = turn;
-    turns_ = 0;
-    next_ = 0;
-    added_.clear();
     started_ = microseconds();
 }
 
 void Timeline::add(std::uint64_t in, std::size_t device, Action action) {
-    added_.push_back({now() + in, device, std::move(action)});
-    std::ranges::stable_sort(added_, {}, &Event::at);
+    entries_.emplace(now() + in, Entry{device, std::move(action), false});
 }
 
 void Timeline::forget(std::size_t device) {
-    std::erase_if(added_, [device](const Event& event) { return event.device == device; });
+    std::erase_if(entries_, [device](const auto& entry) {
+        return !entry.second.isScript && entry.second.device == device;
+    });
 }
 
 // A clock that was set back lets the time stand still.
@@ -33,33 +31,22 @@ std::uint64_t Timeline::now() const {
     return time > started_ ? time - started_ : 0;
 }
 
-std::uint64_t Timeline::nextOfScript() const {
-    return next_ < script_.size() ? turns_ * turn_ + script_[next_].at : UINT64_MAX;
-}
-
 std::optional<Timeline::Event> Timeline::takeDue() {
-    const std::uint64_t added = added_.empty() ? UINT64_MAX : added_.front().at;
-    const std::uint64_t scripted = nextOfScript();
-    if (std::min(added, scripted) > now())
+    if (entries_.empty() || entries_.begin()->first > now())
         return {};
-    if (added <= scripted) {
-        const Event event = added_.front();
-        added_.erase(added_.begin());
-        return event;
-    }
-    const Event event = script_[next_++];
-    if (next_ == script_.size() && turn_ > 0) {
-        next_ = 0;
-        ++turns_;
+    auto taken = entries_.extract(entries_.begin());
+    const Event event = {taken.mapped().device, taken.mapped().action};
+    if (taken.mapped().isScript && turn_ > 0) {
+        taken.key() += turn_;
+        entries_.insert(std::move(taken));
     }
     return event;
 }
 
 std::optional<std::uint64_t> Timeline::untilNext() const {
-    const std::uint64_t added = added_.empty() ? UINT64_MAX : added_.front().at;
-    const std::uint64_t next = std::min(added, nextOfScript());
-    if (next == UINT64_MAX)
+    if (entries_.empty())
         return {};
+    const std::uint64_t next = entries_.begin()->first;
     return next > now() ? next - now() : 0;
 }
 

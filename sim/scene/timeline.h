@@ -5,22 +5,24 @@
 #include "sim/scene/action.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
-#include <vector>
 
 namespace zel::sim {
 
 class Timeline {
 public:
     struct Event {
-        std::uint64_t at; // microseconds since the start
         std::size_t device;
         Action action;
     };
 
-    // The events in the order of their times; `turn` microseconds from one start to the next, 0:
-    // the events happen once. The time starts now.
-    void start(std::vector<Event> events, std::uint64_t turn);
+    // Adds an event to the script, so many microseconds behind the start.
+    void script(std::uint64_t at, std::size_t device, Action action);
+
+    // The time starts now; `turn` microseconds from one start of the script to the next, 0: it
+    // happens once.
+    void start(std::uint64_t turn);
 
     // Something that happens once, so many microseconds from now on; and what isn't to happen then
     // any more, of a device.
@@ -34,15 +36,17 @@ public:
     std::optional<std::uint64_t> untilNext() const;
 
 private:
-    std::uint64_t now() const;
-    std::uint64_t nextOfScript() const;
+    struct Entry {
+        std::size_t device;
+        Action action;
+        bool isScript; // happens again with the next turn
+    };
 
-    std::vector<Event> script_;
-    std::vector<Event> added_; // times since the start, too
+    std::uint64_t now() const;
+
+    std::multimap<std::uint64_t, Entry> entries_; // by microseconds since the start
     std::uint64_t turn_ = 0;
     std::uint64_t started_ = 0;
-    std::uint64_t turns_ = 0; // that are over
-    std::size_t next_ = 0;    // of the script
 };
 
 } // namespace zel::sim

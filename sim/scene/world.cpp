@@ -42,7 +42,7 @@ World::World(const Scenario& scenario) : cards_(scenario.cards) {
     for (const ScenarioEvent& event : scenario.events) {
         const auto index = chooseDevice(names, event.device, event.action);
         if (const auto* const device = std::get_if<std::size_t>(&index))
-            script_.push_back({microsecondsOf(event.at), *device, event.action});
+            timeline_.script(microsecondsOf(event.at), *device, event.action);
     }
     turn_ = microsecondsOf(scenario.repeat);
 }
@@ -84,7 +84,7 @@ BridgePlace* World::demandBridge() {
     return bridge_;
 }
 
-void World::start() { timeline_.start(script_, turn_); }
+void World::start() { timeline_.start(turn_); }
 
 // An event that can't be carried out any more, such as a fault of a bridge that has no port, is
 // over as well.

@@ -77,7 +77,6 @@ private:
     BridgePlace* bridge_ = nullptr;
     std::size_t bridged_ = 0; // the device behind it
     Cards cards_;
-    std::vector<Timeline::Event> script_;
     std::uint64_t turn_ = 0;
     Timeline timeline_;
     std::string trace_;
