@@ -51,8 +51,10 @@ std::string newFolder() {
 struct Pipe {
     Pipe() {
         int ends[2] = {-1, -1};
-        if (pipe2(ends, O_CLOEXEC) != 0)
+        if (pipe(ends) != 0)
             return;
+        for (const int end : ends)
+            fcntl(end, F_SETFD, FD_CLOEXEC);
         reading.reset(ends[0]);
         writing.reset(ends[1]);
     }

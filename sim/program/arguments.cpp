@@ -59,6 +59,9 @@ void addRun(CLI::App& app, Arguments& arguments) {
             "Also a network bridge, with the scenario's device \"bridge\" or its first proximity "
             "reader behind it",
             "no port such as 10001 or 127.0.0.2:10001", bridge);
+    sub.add_flag("--uhid", arguments.wantsUhid,
+                 "Also HID devices that every program sees; needs the kernel's uhid and leave to "
+                 "use it");
     sub.add_option("--lifeline", arguments.lifeline)->group("");
     sub.footer("A command behind -- runs with libzelsim.so preloaded, and its exit code is the\n"
                "program's. Its simulator is its own, unless --socket is given.\n\n"

@@ -27,6 +27,7 @@ struct Arguments {
     bool wantsBridge = false;
     BridgeOptions bridge = {.address = {127, 0, 0, 1}, .port = 10001};
     const FaultRow* fault = nullptr; // of the bridge, for good; null: none
+    bool wantsUhid = false;
     int lifeline = -1;
     std::vector<std::string> program; // that is run with the object preloaded
 };

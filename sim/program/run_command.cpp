@@ -5,6 +5,7 @@
 #include "sim/program/installed.h"
 #include "sim/program/own_world.h"
 #include "sim/program/report.h"
+#include "sim/program/uhid_faces.h"
 #include "sim/server/server.h"
 
 #include <cerrno>
@@ -52,7 +53,19 @@ private:
         if (bridge)
             if (auto trouble = openBridge(*bridge, arguments_))
                 return trouble;
+        if (auto trouble = arguments_.wantsUhid ? addUhid() : Outcome())
+            return trouble;
         return listen();
+    }
+
+    Outcome addUhid() {
+        auto faces = makeUhidFaces(world_);
+        if (const auto* const trouble = std::get_if<Trouble>(&faces))
+            return *trouble;
+        faces_ = std::move(std::get<std::vector<std::unique_ptr<Face>>>(faces));
+        for (const auto& face : faces_)
+            server_.add(*face);
+        return {};
     }
 
     // A program's own simulator has a folder of its own.
@@ -146,6 +159,7 @@ private:
     const Arguments& arguments_;
     Signals signals_;
     Server server_;
+    std::vector<std::unique_ptr<Face>> faces_;
     std::string path_;
     std::string folder_; // that goes with the simulator
     std::optional<Listener> listener_;

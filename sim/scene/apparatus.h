@@ -23,6 +23,7 @@ public:
 
     virtual UsbIdentity identity() const = 0; // without a name
     virtual std::shared_ptr<Device> onUsb() = 0;
+    virtual std::size_t reportSize() const { return 8; }            // of its feature report
     virtual std::shared_ptr<StreamDevice> onStream() { return {}; } // null: USB alone
     virtual void powerUp() = 0;
 

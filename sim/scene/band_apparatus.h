@@ -15,6 +15,7 @@ public:
         return {BandReader::kVendor, BandReader::kProduct, {}};
     }
     std::shared_ptr<Device> onUsb() override { return reader_; }
+    std::size_t reportSize() const override { return BandReader::kFrameSize; }
     std::shared_ptr<StreamDevice> onStream() override { return reader_; }
     void powerUp() override { reader_->powerUp(); }
     void swipe(const BandCard& card) override;

@@ -194,6 +194,14 @@ DeviceState World::stateOf(const Resident& resident) const {
     return state;
 }
 
+std::vector<std::size_t> World::reportSizes() const {
+    std::vector<std::size_t> sizes;
+    for (const Resident& resident : residents_)
+        if (resident.at == "usb")
+            sizes.push_back(resident.device->reportSize());
+    return sizes;
+}
+
 void World::pump() {
     lines().pump();
     if (bridge_ && bridge_->isStarted())

@@ -34,6 +34,10 @@ public:
     std::variant<std::string, Trouble> perform(const std::string& device, const Action& action);
 
     const Cards& cards() const { return cards_; }
+
+    // The sizes of the feature reports of the devices on the bus, by port.
+    std::vector<std::size_t> reportSizes() const;
+
     std::vector<DeviceState> states();
 
     // Moves the bytes of lines and bridges; what that waits for; whether some dribble out in time.

@@ -22,11 +22,15 @@ Server::End Server::serve() {
 std::optional<Server::End> Server::serveOnce() {
     world_.advance();
     world_.pump();
+    for (Face* const face : faces_)
+        face->serve();
     std::vector<pollfd> ends = {{signals_.descriptor(), POLLIN, 0}, {lifeline_, POLLIN, 0}};
     if (listener_)
         ends.push_back({listener_->descriptor(), POLLIN, 0});
     for (const Client& client : clients_)
         ends.push_back(client.waitsFor());
+    for (const Face* const face : faces_)
+        face->addTo(ends);
     world_.addTo(ends);
     poll(ends.data(), static_cast<nfds_t>(ends.size()), patience());
     world_.advance();

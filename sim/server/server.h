@@ -5,6 +5,7 @@
 #include "sim/link/endpoint.h"
 #include "sim/scene/world.h"
 #include "sim/server/client.h"
+#include "sim/server/face.h"
 #include "sim/server/signals.h"
 
 #include <list>
@@ -28,6 +29,9 @@ public:
     // Serves only as long as the other end of this pipe is open.
     void useLifeline(int descriptor) { lifeline_ = descriptor; }
 
+    // Serves this way as well; the face outlives the server's work.
+    void add(Face& face) { faces_.push_back(&face); }
+
     // Serves until something ends it; may be called again behind a signal.
     End serve();
 
@@ -43,6 +47,7 @@ private:
     Listener* listener_ = nullptr;
     int lifeline_ = -1;
     std::list<Client> clients_;
+    std::vector<Face*> faces_;
 };
 
 } // namespace zel::sim
