@@ -15,6 +15,7 @@ FUNCTION = re.compile(r"ZELTAGAPI_EXPORT\s+(.*?);", re.DOTALL)
 DATA = re.compile(r"ZELTAGAPI_DATA\((.*?), \w+\);(?:\s*/\*\*<(.*?)\*/)?", re.DOTALL)
 TYPE = re.compile(r"(?:typedef struct \w+ \{.*?\} \w+|typedef [^{;]*|enum \{.*?\});", re.DOTALL)
 MACRO = re.compile(r"(?:#define ZELTAGAPI_\w+ \w+ .*\n)+")
+MAKER = r"\s*Made from frame/[^;]*; change the rows there\."  # of use in the sources alone
 LINKS = "3zeltag"  # names such as Ping and Debug aren't ours alone
 
 
@@ -86,7 +87,7 @@ class Page:
         self.name = header.stem
         self.text = header.read_text(encoding="utf-8")
         self.functions, self.prototypes, self.body = [], [], []
-        self.about = plain(HEADER.search(self.text)[1])
+        self.about = re.sub(MAKER, "", plain(HEADER.search(self.text)[1]))
         position = HEADER.search(self.text).end()
         while position < len(self.text):
             position = self.take(position)
