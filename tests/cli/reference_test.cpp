@@ -72,7 +72,7 @@ TEST_F(Reference, FishTakesNoPartOfADescriptionForItsSyntax) {
 }
 
 TEST_F(Reference, OptionsKeptOutOfTheHelpAreKeptOutOfAll) {
-    app_.add_flag("--secret", "Not told")->group("");
+    app_.add_option("--secret", kind_, "Not told")->group("");
     EXPECT_FALSE(holds(page(), "secret"));
     EXPECT_FALSE(holds(bashCompletionOf(outline()), "secret"));
 }
