@@ -78,7 +78,7 @@ foreach(row "bash bash-completion/completions" "zsh zsh/site-functions"
     install(FILES ${files} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder} COMPONENT tools)
 endforeach()
 
-# udev looks into lib/udev of /usr and of /usr/local, whatever the system calls its libraries' folder.
+# udev looks into lib/udev of /usr and of /usr/local, wherever the system keeps its libraries.
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     install(FILES ${ZEL_UDEV_RULES} DESTINATION lib/udev/rules.d COMPONENT udev)
 endif()

@@ -25,7 +25,8 @@ list(APPEND rows " ${node}@${node} ${PROJECT_VERSION}")
 list(SORT rows)
 list(JOIN rows "\n" symbols)
 set(soname libzelTagAPI.so.${PROJECT_VERSION_MAJOR})
-file(WRITE ${control_folder}/symbols "${soname} ${library_package} #MINVER#\n* Build-Depends-Package: libzeltagapi-dev\n${symbols}\n")
+file(WRITE ${control_folder}/symbols "${soname} ${library_package} #MINVER#\n"
+    "* Build-Depends-Package: libzeltagapi-dev\n${symbols}\n")
 file(WRITE ${control_folder}/shlibs
     "libzelTagAPI ${PROJECT_VERSION_MAJOR} ${library_package} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${control_folder}/triggers "activate-noawait ldconfig\n")

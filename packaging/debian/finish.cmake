@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# What a Debian package has otherwise than a plain tree: compressed pages, its own notices, no way of
-# its own to a library, zsh's completions elsewhere, no debug information. CPack runs it on each
+# What a Debian package has otherwise than a plain tree: compressed pages, its own notices, no way
+# of its own to a library, zsh's completions elsewhere, no debug information. CPack runs it on each
 # component's files before it makes their package.
 function(run)
     execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
