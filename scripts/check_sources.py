@@ -50,6 +50,7 @@ MAP = {
     "cli/card": {"cli/command/", "cli/device/"},
     "cli/config": TABLES | {"cli/command/", "cli/device/", "cli/file/", STATE_HEADER},
     "cli/firmware": {"cli/command/", "cli/device/", "cli/file/"},
+    "cli/doctor": {"cli/command/", "cli/network/", "cli/device/"},
     "cli/trace": {"cli/command/", "sim/demo/names.h"},
     "cli/main": {"cli/command/", "cli/trace/"},
     "cli/reference": {"cli/command/", "cli/config/", "cli/main/"},
