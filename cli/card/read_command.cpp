@@ -29,8 +29,7 @@ Failure noCard(const Device& device) {
 class ReadCommand : public Command {
 public:
     CommandText text() const override {
-        return {"read", "Cards", "Read the card in the reader's field",
-                "zeltag read --sim --watch"};
+        return {"read", "Read", "Read the card in the reader's field", "zeltag read --sim --watch"};
     }
 
     void addOptions(CLI::App& app) override {

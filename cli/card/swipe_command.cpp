@@ -39,7 +39,7 @@ Failure nothingSwiped() {
 class SwipeCommand : public Command {
 public:
     CommandText text() const override {
-        return {"swipe", "Cards", "Read a card swiped on a magnetic stripe reader",
+        return {"swipe", "Read", "Read a card swiped on a magnetic stripe reader",
                 "zeltag swipe --port /dev/ttyUSB0"};
     }
 

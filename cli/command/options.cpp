@@ -49,7 +49,8 @@ void addPlaceOptions(CLI::App& app, Options& options) {
 void addCommonOptions(CLI::App& app, Options& options) {
     app.add_flag("--json", options.json, "Print results and errors as JSON");
     app.add_flag("--sim", options.sim, "Use a simulated reader: no hardware needed");
-    app.add_flag("--progress", options.progress, "Tell what is under way, on a terminal or not");
+    app.add_flag("--progress", options.progress,
+                 "Tell what is under way where stderr is no terminal too");
     app.add_option("--device", options.device, "Use reader number N of `zeltag list`")
         ->option_text("N")
         ->type_name("N")

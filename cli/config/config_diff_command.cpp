@@ -18,7 +18,7 @@ namespace {
 class ConfigDiffCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config diff", "Settings", "Compare a file with a reader or another file",
+        return {"config diff", "Configure", "Compare a file with a reader or another file",
                 "zeltag config diff settings.txt --sim"};
     }
 
@@ -26,8 +26,7 @@ public:
         app.add_option("FILE", path_, "A file of `zeltag config export`")
             ->option_text(" ")
             ->required();
-        app.add_option("FILE2", other_, "Another one; the reader where there is none")
-            ->option_text(" ");
+        app.add_option("FILE2", other_, "A second one; the reader when left out")->option_text(" ");
     }
 
     // Equal settings end with 0 and different ones with 1, as diff does.

@@ -26,7 +26,7 @@ constexpr std::size_t kStripeRoom = 32768; // for all of a magnetic stripe reade
 class ConfigExportCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config export", "Settings", "Write all settings to a file",
+        return {"config export", "Configure", "Write all settings to a file",
                 "zeltag config export settings.txt --sim"};
     }
 

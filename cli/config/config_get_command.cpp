@@ -19,7 +19,8 @@ namespace {
 class ConfigGetCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config get", "Settings", "Print one setting", "zeltag config get iIDHoldTO --sim"};
+        return {"config get", "Configure", "Print one setting",
+                "zeltag config get iIDHoldTO --sim"};
     }
 
     void addOptions(CLI::App& app) override {

@@ -21,7 +21,7 @@ namespace {
 class ConfigImportCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config import", "Settings", "Load settings from a file",
+        return {"config import", "Configure", "Load settings from a file",
                 "zeltag config import settings.txt --dry-run --sim"};
     }
 
@@ -31,7 +31,7 @@ public:
             ->required();
         app.add_flag("--sealed", import_.sealed, "Refuse the file unless its checksum holds");
         app.add_flag("--dry-run", import_.dryRun, "Show what would change and write nothing");
-        app.add_flag("--all", all_, "Load it into every reader; one that fails stops none");
+        app.add_flag("--all", all_, "Load it into every reader, also behind one that fails");
     }
 
     Outcome run(const Options& options, Output& output) override {

@@ -21,7 +21,7 @@ bool hasUserDefaults() { return GetCardType() != -1; }
 class ConfigResetCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config reset", "Settings", "Return to the factory's or the user's defaults",
+        return {"config reset", "Configure", "Return to the factory's or the user's defaults",
                 "zeltag config reset --factory --yes --sim"};
     }
 
@@ -29,7 +29,7 @@ public:
         auto* const factory =
             app.add_flag("--factory", factory_, "Return to the factory's defaults (the default)");
         app.add_flag("--user", user_, "Return to the user's defaults")->excludes(factory);
-        app.add_flag("--yes,-y", yes_, "Don't ask");
+        app.add_flag("--yes,-y", yes_, "Ask nothing");
     }
 
     Outcome run(const Options& options, Output& output) override {

@@ -47,7 +47,7 @@ Json listOf(const Changes& changes) {
 class ConfigSetCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config set", "Settings", "Change settings",
+        return {"config set", "Configure", "Change settings",
                 "zeltag config set iIDHoldTO=2000 bBeepID=1 --dry-run --sim"};
     }
 

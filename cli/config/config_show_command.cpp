@@ -73,7 +73,7 @@ Json jsonOf(const StripeSetting& setting) {
 class ConfigShowCommand : public Command {
 public:
     CommandText text() const override {
-        return {"config show", "Settings", "Show all settings", "zeltag config show --sim"};
+        return {"config show", "Configure", "Print all settings", "zeltag config show --sim"};
     }
 
     void addOptions(CLI::App& app) override { addConfigurationOption(app, configuration_); }

@@ -20,11 +20,11 @@ constexpr int kMostLongBeeps = 2;
 class BeepCommand : public Command {
 public:
     CommandText text() const override {
-        return {"beep", "Readers", "Let a reader beep", "zeltag beep 2 --long --sim"};
+        return {"beep", "Look", "Make a reader beep", "zeltag beep 2 --long --sim"};
     }
 
     void addOptions(CLI::App& app) override {
-        app.add_option("COUNT", count_, "How often, 1 to 5; long beeps 1 or 2")
+        app.add_option("COUNT", count_, "The number of beeps, 1 to 5; of long ones 1 or 2")
             ->option_text(" ")
             ->check(CLI::Range(1, kMostBeeps));
         app.add_flag("--long", long_, "Beep long");

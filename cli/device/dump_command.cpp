@@ -24,7 +24,7 @@ constexpr int kReportSize = 58; // two lines of a mark and eight bytes
 class DumpCommand : public Command {
 public:
     CommandText text() const override {
-        return {"dump", "Support", "Write all reports of a reader to a file",
+        return {"dump", "Diagnose", "Write all reports of a reader to a file",
                 "zeltag dump reader.txt --sim"};
     }
 

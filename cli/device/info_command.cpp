@@ -131,7 +131,7 @@ std::string shown(const Json& value) {
 class InfoCommand : public Command {
 public:
     CommandText text() const override {
-        return {"info", "Readers", "Tell all of one reader", "zeltag info --sim"};
+        return {"info", "Look", "Print all that one reader tells of itself", "zeltag info --sim"};
     }
 
     Outcome run(const Options& options, Output& output) override {

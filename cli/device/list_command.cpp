@@ -12,7 +12,7 @@ namespace {
 class ListCommand : public Command {
 public:
     CommandText text() const override {
-        return {"list", "Readers", "List the readers", "zeltag list --sim"};
+        return {"list", "Look", "List the readers", "zeltag list --sim"};
     }
 
     Outcome run(const Options& options, Output& output) override {

@@ -19,7 +19,7 @@ int activeLuid() { return static_cast<std::uint16_t>(GetLUID()); }
 class LuidCommand : public Command {
 public:
     CommandText text() const override {
-        return {"luid", "Readers", "Give a reader its logical unit ID", "zeltag luid 12 --sim"};
+        return {"luid", "Configure", "Give a reader its logical unit ID", "zeltag luid 12 --sim"};
     }
 
     void addOptions(CLI::App& app) override {

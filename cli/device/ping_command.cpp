@@ -19,7 +19,7 @@ Failure noAnswer(const Device& device) {
 class PingCommand : public Command {
 public:
     CommandText text() const override {
-        return {"ping", "Readers", "Measure how fast a reader answers", "zeltag ping --device 0"};
+        return {"ping", "Look", "Measure how fast a reader answers", "zeltag ping --device 0"};
     }
 
     Outcome run(const Options& options, Output& output) override {

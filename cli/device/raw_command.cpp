@@ -84,7 +84,7 @@ std::string digitsOf(std::span<const std::uint8_t> bytes) {
 class RawCommand : public Command {
 public:
     CommandText text() const override {
-        return {"raw", "Support", "Send a report of up to eight bytes and print the reply",
+        return {"raw", "Diagnose", "Send a report of up to eight bytes and print the reply",
                 "zeltag raw 8A --sim"};
     }
 

@@ -40,9 +40,7 @@ public:
 
     void addOptions(CLI::App& app) override {
         addWaitOption(app, seconds_, "Wait up to SECONDS; 30 when left out");
-        app.add_flag("--gone", gone_,
-                     "Wait until the reader is gone; until all are, without one "
-                     "chosen");
+        app.add_flag("--gone", gone_, "Wait until it is gone; until all are when none is chosen");
     }
 
     Outcome run(const Options& options, Output& output) override {

@@ -28,7 +28,8 @@ public:
     void addOptions(CLI::App& app) override {
         app.add_option("FILE", path_, "The file")->option_text(" ")->required();
         app.add_option("--kind", kind_,
-                       "template, firmware, keys, zelBand or zelEcho; else its content tells")
+                       "Take it for a template, firmware, keys, zelBand or zelEcho file; its "
+                       "content tells when left out")
             ->option_text("KIND")
             ->type_name("KIND")
             ->check(CLI::IsMember({"template", "firmware", "keys", "zelBand", "zelEcho"}));

@@ -62,7 +62,7 @@ Json toJson(const FirmwareFile& file, const Finding& finding) {
 class FirmwareCheckCommand : public Command {
 public:
     CommandText text() const override {
-        return {"firmware check", "Firmware", "Tell whether a reader would take a firmware file",
+        return {"firmware check", "Firmware", "Check whether a reader would take a firmware file",
                 "zeltag firmware check examples/firmware.hex --sim"};
     }
 

@@ -44,7 +44,7 @@ public:
             ->required();
         app.add_flag("--recover", recover_,
                      "Load into a reader left in its boot loader, where no rule can be asked");
-        app.add_flag("--yes,-y", yes_, "Don't ask");
+        app.add_flag("--yes,-y", yes_, "Ask nothing");
     }
 
     Outcome run(const Options& options, Output& output) override {

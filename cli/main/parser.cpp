@@ -2,6 +2,7 @@
 // Makes the grammar of the commands' own texts and options.
 #include "cli/main/parser.h"
 
+#include "cli/main/help.h"
 #include "frame/zelTagAPI.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 namespace zel::cli {
 
 namespace {
-
-constexpr std::size_t kHelpColumn = 24;
 
 std::string versionText() {
     short major = 0;
@@ -26,11 +25,11 @@ struct FamilyText {
     const char* summary;
 };
 
-constexpr FamilyText kFamilies[] = {{"config", "Show and change a reader's settings"},
-                                    {"file", "Check the files that readers are given"},
-                                    {"keys", "Give keys to a reader"},
+constexpr FamilyText kFamilies[] = {{"config", "Print, change, save and load a reader's settings"},
+                                    {"file", "Check a file that a reader is to be given"},
+                                    {"keys", "Send keys to a reader"},
                                     {"firmware", "Check and load a reader's firmware"},
-                                    {"net", "Look for network bridges"}};
+                                    {"net", "Find network bridges"}};
 
 const char* summaryOf(std::string_view name) {
     const auto* const family =
@@ -43,18 +42,15 @@ const char* summaryOf(std::string_view name) {
 
 Parser::Parser(const Options& given)
     : options_(given),
-      app_("Finds zelTag card readers and reads the card in their field.", "zeltag") {
+      app_("Finds zelTag card readers, reads their cards and sets them up.", "zeltag") {
     app_.set_version_flag("--version", versionText, "Print the version of the library");
     app_.set_help_flag("--help,-h", "Print this help");
-    app_.get_formatter()->column_width(kHelpColumn);
+    app_.formatter(screenFormatter());
     app_.require_subcommand(0, 1);
     addCommonOptions(app_, options_);
-    std::string examples = "Examples:";
-    for (const auto& command : commands_) {
+    for (const auto& command : commands_)
         add(*command);
-        examples += fmt::format("\n  {}", command->text().example);
-    }
-    app_.footer(examples + "\n\n`zeltag COMMAND --help` tells more of a command.");
+    app_.footer("`zeltag COMMAND --help` tells more of a command and shows an example.");
 }
 
 void Parser::add(Command& command) {

@@ -34,7 +34,9 @@ public:
     }
 
     void addOptions(CLI::App& app) override {
-        app.add_option("COMMAND", words_, "The command and its options, behind --")->required();
+        app.add_option("COMMAND", words_, "The command and its options, behind --")
+            ->option_text("...")
+            ->required();
         app.add_flag("--secrets", showsSecrets_, "Show what cards and keys hold");
         app.add_option("--output", file_, "Write the trace to FILE; stderr when left out")
             ->option_text("FILE")

@@ -44,12 +44,12 @@ Json toJson(const std::vector<Bridge>& bridges) {
 class NetFindCommand : public Command {
 public:
     CommandText text() const override {
-        return {"net find", "Network", "Look for network bridges, two seconds a host",
+        return {"net find", "Network", "Find network bridges, two seconds a host",
                 "zeltag net find 10.0.0.1-20"};
     }
 
     void addOptions(CLI::App& app) override {
-        app.add_option("HOSTS", hosts_, "Where, as A.B.C.FIRST-LAST or A.B.C.D")
+        app.add_option("HOSTS", hosts_, "The hosts, as A.B.C.FIRST-LAST or A.B.C.D")
             ->option_text(" ")
             ->required()
             ->check(CLI::Validator(checkHosts, ""));

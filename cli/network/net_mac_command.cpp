@@ -25,7 +25,7 @@ public:
     }
 
     void addOptions(CLI::App& app) override {
-        app.add_option("HOST", host_, "Its address or its name")->option_text(" ")->required();
+        app.add_option("HOST", host_, "The bridge's address or name")->option_text(" ")->required();
     }
 
     Outcome run(const Options& options, Output& output) override {

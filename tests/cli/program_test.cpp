@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The program as such: version, help, wrong usage, results that can't be delivered.
+#include "cli/command/command.h"
 #include "tests/cli/run_program.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <sstream>
 
 namespace zel::test {
 
@@ -14,66 +16,54 @@ TEST(Program, TellsTheVersionOfTheLibrary) {
     EXPECT_EQ(runZeltag({"--version"}), (Ended{0, "zeltag 7.6.4\n", ""}));
 }
 
-TEST(Program, HelpGroupsTheCommandsAndShowsAnExampleEach) {
-    const Ended run = runZeltag({"--help"});
-    EXPECT_EQ(run.exit, 0);
-    EXPECT_EQ(run.err, "");
-    const auto commands = run.out.substr(run.out.find("Readers:"));
-    EXPECT_EQ(commands,
-              "Readers:\n"
-              "  list                  List the readers\n"
-              "  info                  Tell all of one reader\n"
-              "  ping                  Measure how fast a reader answers\n"
-              "  beep                  Let a reader beep\n"
-              "  luid                  Give a reader its logical unit ID\n"
-              "\n"
-              "Cards:\n"
-              "  read                  Read the card in the reader's field\n"
-              "  swipe                 Read a card swiped on a magnetic stripe reader\n"
-              "\n"
-              "Settings:\n"
-              "  config                Show and change a reader's settings\n"
-              "\n"
-              "Files:\n"
-              "  file                  Check the files that readers are given\n"
-              "  keys                  Give keys to a reader\n"
-              "\n"
-              "Firmware:\n"
-              "  firmware              Check and load a reader's firmware\n"
-              "\n"
-              "Network:\n"
-              "  net                   Look for network bridges\n"
-              "\n"
-              "Support:\n"
-              "  raw                   Send a report of up to eight bytes and print the reply\n"
-              "  dump                  Write all reports of a reader to a file\n"
-              "\n"
-              "Examples:\n"
-              "  zeltag list --sim\n"
-              "  zeltag info --sim\n"
-              "  zeltag ping --device 0\n"
-              "  zeltag beep 2 --long --sim\n"
-              "  zeltag luid 12 --sim\n"
-              "  zeltag read --sim --watch\n"
-              "  zeltag swipe --port /dev/ttyUSB0\n"
-              "  zeltag config show --sim\n"
-              "  zeltag config get iIDHoldTO --sim\n"
-              "  zeltag config set iIDHoldTO=2000 bBeepID=1 --dry-run --sim\n"
-              "  zeltag config reset --factory --yes --sim\n"
-              "  zeltag config export settings.txt --sim\n"
-              "  zeltag config import settings.txt --dry-run --sim\n"
-              "  zeltag config diff settings.txt --sim\n"
-              "  zeltag file check settings.txt\n"
-              "  zeltag keys load keys.ini --device 0\n"
-              "  zeltag firmware check examples/firmware.hex --sim\n"
-              "  zeltag firmware load examples/firmware.hex --yes --sim\n"
-              "  zeltag net find 10.0.0.1-20\n"
-              "  zeltag net mac 10.0.0.17\n"
-              "  zeltag net my-ip\n"
-              "  zeltag raw 8A --sim\n"
-              "  zeltag dump reader.txt --sim\n"
-              "\n"
-              "`zeltag COMMAND --help` tells more of a command.\n");
+TEST(Program, HelpGroupsTheCommandsByWhatAPersonWants) {
+    EXPECT_EQ(
+        runZeltag({"--help"}),
+        (Ended{0,
+               "Finds zelTag card readers, reads their cards and sets them up.\n"
+               "Usage: zeltag COMMAND [OPTIONS]\n"
+               "\n"
+               "Look       list      List the readers\n"
+               "           info      Print all that one reader tells of itself\n"
+               "           ping      Measure how fast a reader answers\n"
+               "           wait      Wait until a reader is there, or gone\n"
+               "           beep      Make a reader beep\n"
+               "Read       read      Read the card in the reader's field\n"
+               "           swipe     Read a card swiped on a magnetic stripe reader\n"
+               "Configure  config    Print, change, save and load a reader's settings\n"
+               "           luid      Give a reader its logical unit ID\n"
+               "Files      file      Check a file that a reader is to be given\n"
+               "           keys      Send keys to a reader\n"
+               "Firmware   firmware  Check and load a reader's firmware\n"
+               "Network    net       Find network bridges\n"
+               "Diagnose   doctor    Find out why a reader can't be used, and what to do\n"
+               "           trace     Run a command and show what goes over the wire\n"
+               "           raw       Send a report of up to eight bytes and print the reply\n"
+               "           dump      Write all reports of a reader to a file\n"
+               "\n"
+               "With each command: --json --sim --progress --device --port --baud --tcp --ascii\n"
+               "`zeltag COMMAND --help` tells more of a command and shows an example.\n",
+               ""}));
+}
+
+TEST(Program, HelpFitsAScreen) {
+    std::istringstream help(runZeltag({"--help"}).out);
+    int lines = 0;
+    for (std::string line; std::getline(help, line); ++lines)
+        EXPECT_LE(line.size(), 80U) << line;
+    EXPECT_LE(lines, 24);
+}
+
+TEST(Program, HelpOfEveryCommandShowsAnExampleOfIt) {
+    for (const auto& command : cli::allCommands()) {
+        const std::string name = command->text().name;
+        Arguments words;
+        std::istringstream parts(name);
+        for (std::string part; parts >> part;)
+            words.push_back(part);
+        words.emplace_back("--help");
+        EXPECT_TRUE(contains(runZeltag(words).out, "Example:\n  zeltag " + name)) << name;
+    }
 }
 
 TEST(Program, HelpOfACommandShowsItsOptionsAndAnExample) {
