@@ -157,3 +157,13 @@ def test_ping_of_an_absent_reader_is_none(bench, port, reader):
     assert reader.ping().unit == "ms"
     bench.unplug(port)
     assert reader.ping() is None
+
+
+def test_watch_until_gone_awaits_its_card(bench, port, reader, monkeypatch):
+    looks = [4, 4, None]
+
+    def turn(_):
+        number = looks.pop(0)
+        bench.present(port, number) if number else bench.take_away(port)
+    monkeypatch.setattr("zeltag._clock.sleep", turn)
+    assert [card.id for card in reader.watch(until_gone=True)] == [4]
