@@ -6,9 +6,7 @@ import os
 import pytest
 
 import zeltag
-from zeltag import FileFault, FileKind
-
-PLAIN = zeltag.FileKind.TEMPLATE
+from zeltag import FileFault, FileKind, _library
 
 
 @pytest.fixture
@@ -110,3 +108,20 @@ def test_failed_export_leaves_the_old_file(bench, port, reader, file, tmp_path):
         reader.settings.export_file(file)
     assert file.read_bytes() == before
     assert os.listdir(tmp_path) == ["settings.txt"]
+
+
+@pytest.mark.parametrize("lines", [5, 40, 100])
+def test_file_that_was_cut_short_is_not_kept(reader, tmp_path, monkeypatch, lines):
+    library = _library.load()
+    write = library.WriteDevCfgToFile
+
+    def write_half(path):
+        result = write(path)
+        with open(path, "rb+") as file:
+            kept = b"".join(file.readlines()[:lines])
+            file.truncate(len(kept))
+        return result
+    monkeypatch.setattr(library, "WriteDevCfgToFile", write_half)
+    with pytest.raises(zeltag.FileError, match="wasn't written whole; check the space"):
+        reader.settings.export_file(tmp_path / "settings.txt")
+    assert os.listdir(tmp_path) == []

@@ -6,14 +6,19 @@ from __future__ import annotations
 import contextlib
 import ctypes
 import os
+from typing import List
 
 from . import _memory
 from ._generated.numbers import FileFault, FileKind
+from ._generated.settings import TagWords
 from ._generated.structures import tsDevDat, tsTagCfg
 from ._library import Library
 from .device import Device
 from .errors import FileError, ZelTagError
 from .files import Path, check_file, file_error
+
+MOST_CONFIGURATIONS = 11
+FILE_KINDS = {"zelBand": FileKind.BAND, "zelEcho": FileKind.ECHO}
 
 
 def export(device: Device, path: Path, sealed: bool) -> None:
@@ -21,9 +26,9 @@ def export(device: Device, path: Path, sealed: bool) -> None:
     _demand_tag(device, sealed)
     name = os.fspath(path)
     temporary = os.path.join(os.path.dirname(name), f".{os.path.basename(name)}.{os.getpid()}")
+    with open(temporary, "xb"):
+        pass
     try:
-        with open(temporary, "xb"):
-            pass
         _write(device, temporary, sealed)
         os.replace(temporary, name)
     finally:
@@ -42,8 +47,35 @@ def _write(device: Device, path: Path, sealed: bool) -> None:
         call = library.WriteDevCfgToSecureFile if sealed else library.WriteDevCfgToFile
         if call(os.fsencode(path)) != 1:
             raise device._failure(library, "exporting the settings of")
-        with _memory.restored(library, device.index, always=True):
-            try_file(device, library, path, sealed)
+        if sealed:
+            check_file(path, FileKind.TEMPLATE)
+        if device.product != "zelTag":
+            check_file(path, FILE_KINDS[device.product])
+        elif not _is_whole(device, library, path):
+            raise FileError(os.fspath(path), FileFault.MISSING, 0, "the file wasn't written whole; "
+                            "check the space on its disk")
+
+
+def _is_whole(device: Device, library: Library, path: Path) -> bool:
+    """Whether a file tells what the library holds: the export's result tells no full disk."""
+    held = library.variable("DevDat")[device.index].Cfg[:library.GetMaxConfig() + 1]
+    return all(_tells(library, path, held, filling) for filling in (0, 0xFF))
+
+
+def _tells(library: Library, path: Path, held: List[tsTagCfg], filling: int) -> bool:
+    """Whether a file brings such memory to what is held. What it lacks shows by one filling."""
+    told = (tsTagCfg * MOST_CONFIGURATIONS)()
+    ctypes.memset(told, filling, ctypes.sizeof(told))
+    count = library.zelTagAPI_readTemplate(os.fsencode(path), told, len(told), 0)
+    return count >= len(held) and all(map(_is_same, held, told))
+
+
+def _is_same(held: tsTagCfg, told: tsTagCfg) -> bool:
+    words = [word for word in TagWords.words() if not word.is_read_only]
+    records = [("s" + word.record, word.name) for word in words]
+    return bytes(held.uSFD) == bytes(told.uSFD) and all(
+        getattr(getattr(held, record), name) == getattr(getattr(told, record), name)
+        for record, name in records)
 
 
 def try_file(device: Device, library: Library, path: Path, sealed: bool) -> None:
@@ -58,7 +90,7 @@ def try_file(device: Device, library: Library, path: Path, sealed: bool) -> None
     if device.product == "zelTag":
         _try_template(device, library, name)
         return
-    _demand_title(name, FileKind.BAND if device.product == "zelBand" else FileKind.ECHO)
+    _demand_title(name, FILE_KINDS[device.product])
     if library.ReadDevCfgFmFile(os.fsencode(name)) != 1:
         raise file_error(name, FileFault.TITLE)
 
@@ -72,7 +104,7 @@ def _demand_title(name: str, kind: FileKind) -> None:
 
 
 def _try_template(device: Device, library: Library, name: str) -> None:
-    probe = (tsTagCfg * 11)()
+    probe = (tsTagCfg * MOST_CONFIGURATIONS)()
     if library.zelTagAPI_readTemplate(os.fsencode(name), probe, len(probe), 0) == 0:
         raise file_error(name, FileFault.TITLE)
     record: tsDevDat = library.variable("DevDat")[device.index]
