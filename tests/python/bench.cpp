@@ -4,6 +4,7 @@
 #include "sim/band/reader.h"
 #include "sim/echo/sensor.h"
 #include "sim/tag/reader.h"
+#include "sim/tag/stream.h"
 #include "sim/wire/line.h"
 #include "sim/wire/usb_bus.h"
 #include "tests/support/virtual_time.h"
@@ -64,6 +65,15 @@ BENCH int benchPlug(int configurations) {
     reader->bootLoader().options().lines = 40; // of examples/firmware.hex
     readers[port] = reader;
     return port;
+}
+
+// A reader at the end of a line, which speaks the ASCII protocol alone or frames alone.
+BENCH void benchLine(const char* path, bool ascii, std::uint64_t card);
+BENCH void benchLine(const char* path, bool ascii, std::uint64_t card) {
+    auto reader = std::make_shared<TagReader>(optionsOf(1));
+    reader->present(cardOf(card, 26));
+    lines().attach(
+        path, std::make_shared<TagStream>(reader, ascii ? TagSpeech::Lines : TagSpeech::Frames));
 }
 
 BENCH void benchUnplug(int port);

@@ -39,6 +39,9 @@ class Bench:
     def take_away(self, port):
         self.present(port, 0, 0)
 
+    def line(self, card, ascii=False):
+        self._dll.benchLine(self.LINE.encode(), ascii, ctypes.c_uint64(card))
+
     def stripe(self):
         self._dll.benchStripe(self.LINE.encode())
 

@@ -1,8 +1,12 @@
 # SPDX-License-Identifier: MIT
 """Where readers are looked for, and what is said when none is there."""
 
+import json
 import os
+import pathlib
 import socket
+import subprocess
+import sys
 import threading
 
 import pytest
@@ -33,6 +37,42 @@ def test_node_of_a_reader_is_known_by_its_identity(tmp_path, monkeypatch):
         (folder / "uevent").write_text(f"DRIVER=hid\nHID_ID=0003:{identity}\n")
     monkeypatch.setattr(_places, "HIDRAW", str(tmp_path))
     assert _places._reader_nodes() == ["/dev/hidraw0"]
+
+
+@pytest.mark.parametrize("ascii", [False, True])
+def test_reader_on_a_line_is_read(bench, ascii):
+    bench.line(0x4711, ascii)
+    with zeltag.connect(bench.LINE, ascii=ascii) as connection:
+        reader = connection.readers[0]
+        assert repr(reader) == "<Reader 0: COM1: at /dev/ttySIM1>"
+        assert (reader.read().id, reader.settings.iIDHoldTO) == (0x4711, 1000)
+        reader.settings.bBeepID = True
+        reader.settings.save()
+        assert reader.settings.bBeepID is True
+
+
+def test_card_data_on_a_line_is_refused(bench):
+    bench.line(0x4711)
+    with zeltag.connect(bench.LINE) as connection:
+        with pytest.raises(zeltag.DeviceError, match="reading the card data of COM1: failed"):
+            connection.readers[0].card_data()
+
+
+def test_reader_behind_a_bridge_is_read():
+    """On the real clock: in processes of their own."""
+    program = pathlib.Path(os.environ["ZELTAG_LIBRARY"]).parent.parent / "bin" / "zelsim-bridge"
+    code = ("import sys, zeltag\nfor reader in zeltag.readers(tcp=sys.argv[1]):\n"
+            "    print(reader.place == sys.argv[1], reader.part_number)")
+    environment = {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
+    with subprocess.Popen([program, "--port", "0", "--no-discovery", "--json"], text=True,
+                          stdout=subprocess.PIPE, env=environment) as bridge:
+        try:
+            port = json.loads(bridge.stdout.readline())["listening"]["port"]
+            result = subprocess.run([sys.executable, "-c", code, f"127.0.0.1:{port}"],
+                                    capture_output=True, text=True, env=environment, timeout=60)
+        finally:
+            bridge.terminate()
+    assert (result.stdout, result.stderr) == ("True ZT7\n", "")
 
 
 def test_missing_line_is_told(bench):
