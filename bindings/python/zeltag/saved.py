@@ -44,10 +44,10 @@ class Saved(Words):
 
     def save(self) -> None:
         """Sends what was changed to the device and reads everything back, so that the attributes
-        show what the device kept: a time is rounded to the device's steps, and the ASCII protocol
-        carries no times at all. A proximity reader
-        needs 20 ms or 1.2 s for each configuration, a magnetic stripe reader two times 37 commands
-        and 1.3 s, a sensor 250 ms a block."""
+        show what the device kept: a time is rounded to the device's steps, and by the ASCII
+        protocol no time is written at all. A proximity reader needs 20 ms or 1.2 s for each
+        configuration, a magnetic stripe reader two times 37 commands and 1.3 s, a sensor 250 ms a
+        block."""
         with self._device._active() as library:
             if library.WriteCfg() != 1:
                 raise self._device._failure(library, "writing the settings of")
