@@ -8,7 +8,9 @@ run_tests.py LIBRARY BENCH TEST..."""
 import os
 import pathlib
 import shutil
+import subprocess
 import sys
+import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
@@ -22,7 +24,11 @@ def main():
                               for name in sys.argv[1:]]
     environment = dict(os.environ, ZELTAG_LIBRARY=library, LD_PRELOAD=bench,
                        PYTHONPATH=str(ROOT / "bindings" / "python"), PYTHONDONTWRITEBYTECODE="1")
-    os.execve(pytest, [pytest, "-q", "-rs", "-p", "no:cacheprovider", *tests], environment)
+    with tempfile.TemporaryDirectory() as folder:
+        result = subprocess.run([pytest, "-q", "-rs", "-p", "no:cacheprovider",
+                                 "--basetemp", os.path.join(folder, "tests"), *tests],
+                                env=environment)
+    sys.exit(result.returncode)
 
 
 if __name__ == "__main__":
