@@ -53,6 +53,7 @@ endfunction()
 
 if(TARGET zeltag_reference)
     add_program_reference(zeltag zeltag_reference)
+    add_program_reference(zelsim zelsim_reference)
 endif()
 
 find_program(ZEL_GO_MD2MAN go-md2man)

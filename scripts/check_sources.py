@@ -53,7 +53,7 @@ MAP = {
     "cli/doctor": {"cli/command/", "cli/network/", "cli/device/"},
     "cli/trace": {"cli/command/", "sim/demo/names.h"},
     "cli/main": {"cli/command/", "cli/trace/"},
-    "cli/reference": {"cli/command/", "cli/config/", "cli/main/"},
+    "cli/reference": {"cli/command/", "cli/config/", "cli/main/", "sim/program/arguments.h"},
 }
 FREE = ("tests/", "bench/", "examples/", "fuzz/")
 LONGEST_LINE = 100

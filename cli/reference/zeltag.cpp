@@ -53,7 +53,8 @@ ManualText manualText(const char* version, const char* date) {
     return {version,
             date,
             {{"Exit status", kExitCodes}, {"Files", kFiles}},
-            {"zeltag-template(5)", "zeltag-firmware(5)", "zelTagAPI(7)"}};
+            {"zelsim(1)", "zeltag-template(5)", "zeltag-firmware(5)", "zeltag-json(7)",
+             "zelTagAPI(7)"}};
 }
 
 } // namespace

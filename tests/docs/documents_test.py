@@ -45,7 +45,8 @@ class Document:
 
     def environment(self):
         lib = self.prefix / self.libdir
-        ours = {"PATH": f"{self.prefix}/bin:/usr/bin:{os.environ['PATH']}", "LD_LIBRARY_PATH": str(lib),
+        ours = {"PATH": f"{self.prefix}/bin:/usr/bin:{os.environ['PATH']}",
+                "LD_LIBRARY_PATH": str(lib),
                 "PKG_CONFIG_PATH": f"{lib}/pkgconfig", "CMAKE_PREFIX_PATH": str(self.prefix),
                 "PYTHONPATH": str(ROOT / "bindings" / "python")}
         kept = {name: value for name, value in os.environ.items() if name != "ZELSIM_SOCKET"}

@@ -60,11 +60,11 @@ def test_card_data_on_a_line_is_refused(bench):
 
 def test_reader_behind_a_bridge_is_read():
     """On the real clock: in processes of their own."""
-    program = pathlib.Path(os.environ["ZELTAG_LIBRARY"]).parent.parent / "bin" / "zelsim-bridge"
+    program = pathlib.Path(os.environ["ZELTAG_LIBRARY"]).parent.parent / "bin" / "zelsim"
     code = ("import sys, zeltag\nfor reader in zeltag.readers(tcp=sys.argv[1]):\n"
             "    print(reader.place == sys.argv[1], reader.part_number)")
     environment = {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
-    with subprocess.Popen([program, "--port", "0", "--no-discovery", "--json"], text=True,
+    with subprocess.Popen([program, "bridge", "--port", "0", "--no-discovery", "--json"], text=True,
                           stdout=subprocess.PIPE, env=environment) as bridge:
         try:
             port = json.loads(bridge.stdout.readline())["listening"]["port"]
