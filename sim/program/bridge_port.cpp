@@ -17,17 +17,34 @@ std::string failedPort(BridgePlace& bridge) {
            toText(bridge.options().address);
 }
 
-Trouble noPort(BridgePlace& bridge, int error) {
+// The options by which a command chooses the port.
+struct Options {
+    const char* port;
+    const char* address;
+    const char* noDiscovery;
+};
+
+Options optionsOf(const Arguments& arguments) {
+    if (arguments.command == runCommand)
+        return {"--bridge", "--bridge", "end what holds the port"};
+    return {"--port", "--listen",
+            "end what holds the port, or leave discovery out with --no-discovery"};
+}
+
+Trouble noPort(BridgePlace& bridge, int error, const Arguments& arguments) {
     const std::string message = failedPort(bridge) + ": " + std::strerror(error);
+    const auto [port, address, noDiscovery] = optionsOf(arguments);
+    const std::string with = std::string(" with ") + port;
     switch (error) {
     case EADDRINUSE:
-        return {Exit::Failed, message, "choose another one with --port, or --port 0 for any"};
+        return {Exit::Failed, message, "choose another one" + with + ", or " + port + " 0 for any"};
     case EADDRNOTAVAIL:
-        return {Exit::Failed, message, "give an address of this machine with --listen"};
+        return {Exit::Failed, message,
+                std::string("give an address of this machine with ") + address};
     case EACCES:
-        return {Exit::NoPermission, message, "choose one above 1023 with --port"};
+        return {Exit::NoPermission, message, "choose one above 1023" + with};
     default:
-        return {Exit::Failed, message, "give another --listen or --port"};
+        return {Exit::Failed, message, "choose another one" + with};
     }
 }
 
@@ -43,17 +60,17 @@ Outcome openBridge(BridgePlace& bridge, const Arguments& arguments) {
         return {};
     int error = errno;
     if (!bridge.bridge().failedAtDiscovery())
-        return noPort(bridge, error);
+        return noPort(bridge, error, arguments);
     warn({Exit::Failed,
           "UDP " + failedPort(bridge) + ": " + std::strerror(error) + ": discovery isn't served",
-          "end what holds the port, or leave discovery out with --no-discovery"},
+          optionsOf(arguments).noDiscovery},
          arguments.json);
     BridgeOptions without = arguments.bridge;
     without.servesDiscovery = without.servesMacQuery = false;
     if (bridge.start(without))
         return {};
     error = errno;
-    return noPort(bridge, error);
+    return noPort(bridge, error, arguments);
 }
 
 std::string bridgeLine(BridgePlace& bridge) {

@@ -5,6 +5,7 @@
 #include "sim/server/json.h"
 
 #include <string>
+#include <utility>
 
 namespace zel::sim {
 
@@ -17,7 +18,8 @@ public:
     // What a line asks for is done; the answer tells what was done, or an error.
     Json answer(const std::string& line);
 
-    bool isStopWanted() const { return isStopWanted_; }
+    // Whether it was told to stop since the last call.
+    bool takeStop() { return std::exchange(isStopWanted_, false); }
 
 private:
     Json run(const Json& request);

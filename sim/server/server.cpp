@@ -59,8 +59,8 @@ void Server::acceptClients() {
 }
 
 // A negative descriptor is never ready.
-std::optional<Server::End> Server::endOf(std::span<const pollfd> ready) const {
-    if (control_.isStopWanted())
+std::optional<Server::End> Server::endOf(std::span<const pollfd> ready) {
+    if (control_.takeStop())
         return End{End::Cause::Stopped};
     if (const auto signal = signals_.take())
         return End{End::Cause::Signal, *signal};

@@ -37,7 +37,7 @@ public:
 
 private:
     std::optional<End> serveOnce();
-    std::optional<End> endOf(std::span<const pollfd> ready) const;
+    std::optional<End> endOf(std::span<const pollfd> ready);
     int patience() const;
     void acceptClients();
 

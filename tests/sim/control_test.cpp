@@ -47,9 +47,10 @@ TEST_F(ControlConnection, TellsSettingsByTheirWords) {
 }
 
 TEST_F(ControlConnection, StopsTheSimulator) {
-    EXPECT_FALSE(control_.isStopWanted());
+    EXPECT_FALSE(control_.takeStop());
     EXPECT_EQ(say(R"({"do":"stop"})"), (Json{{"done", "stop"}}));
-    EXPECT_TRUE(control_.isStopWanted());
+    EXPECT_TRUE(control_.takeStop());
+    EXPECT_FALSE(control_.takeStop()) << "told once";
 }
 
 TEST_F(ControlConnection, TellsAnErrorWithItsCodeAndWhatToDo) {
@@ -73,7 +74,7 @@ class ControlMisuse : public ControlConnection, public ::testing::WithParamInter
 
 TEST_P(ControlMisuse, IsToldAndDoesNothing) {
     EXPECT_EQ(error(GetParam().line), GetParam().message);
-    EXPECT_FALSE(control_.isStopWanted());
+    EXPECT_FALSE(control_.takeStop());
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -249,6 +249,12 @@ TEST_F(RunningZelsim, IsStoppedByACommand) {
     EXPECT_FALSE(std::filesystem::exists(socket_));
 }
 
+TEST_F(ZelsimProgram, ThatIsStoppedEndsItsCommand) {
+    const Ended ended =
+        zelsim({"run", "--", "sh", "-c", std::string(ZELSIM_PROGRAM) + " stop; exec sleep 60"});
+    EXPECT_EQ(ended.exit, 128 + SIGTERM);
+}
+
 TEST_F(RunningZelsim, LeavesASimulatorThatRunsAlone) {
     start();
     EXPECT_EQ(zelsim({"run", "--socket", socket_}),
