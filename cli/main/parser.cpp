@@ -12,13 +12,7 @@ namespace zel::cli {
 
 namespace {
 
-std::string versionText() {
-    short major = 0;
-    short minor = 0;
-    short build = 0;
-    GetLibVersion(&major, &minor, &build);
-    return fmt::format("zeltag {}.{}.{}", major, minor, build);
-}
+std::string versionText() { return "zeltag " + libraryVersion(); }
 
 struct FamilyText {
     std::string_view name;
@@ -39,6 +33,14 @@ const char* summaryOf(std::string_view name) {
 }
 
 } // namespace
+
+std::string libraryVersion() {
+    short major = 0;
+    short minor = 0;
+    short build = 0;
+    GetLibVersion(&major, &minor, &build);
+    return fmt::format("{}.{}.{}", major, minor, build);
+}
 
 Parser::Parser(const Options& given)
     : options_(given),

@@ -13,6 +13,9 @@
 
 namespace zel::cli {
 
+// "MAJOR.MINOR.BUILD"
+std::string libraryVersion();
+
 // What takes a command line apart. Help, manual pages and completions are made from its app().
 class Parser {
 public:

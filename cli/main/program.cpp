@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace zel::cli {
 
@@ -27,11 +28,18 @@ void report(const Failure& failure, bool json, Output& output) {
         output.line(asJson(failure));
 }
 
+// Also answers for a command line that can't be parsed.
+bool asksForJson(int argc, const char* const* argv) {
+    return std::any_of(argv, argv + argc,
+                       [](const char* word) { return std::string_view(word) == "--json"; });
+}
+
 class Program {
 public:
     explicit Program(const Options& given = {}) : parser_(given) {}
 
     Outcome run(int argc, const char* const* argv, Output& output) {
+        asksForJson_ = asksForJson(argc, argv); // the parser stops at --version
         try {
             parser_.app().parse(argc, argv);
         } catch (const CLI::ParseError& stop) {
@@ -54,11 +62,18 @@ private:
     Outcome end(const CLI::ParseError& stop, Output& output) {
         if (!is(stop, CLI::ExitCodes::Success))
             return wrongUsage(stop);
+        if (stop.get_name() == "CallForVersion" && asksForJson_)
+            return tellVersion(output);
         std::ostringstream text;
         parser_.app().exit(stop, text, text);
         std::string lines = text.str();
         lines.erase(lines.find_last_not_of('\n') + 1);
         output.line(lines);
+        return {};
+    }
+
+    static Outcome tellVersion(Output& output) {
+        output.object(Json{{"version", libraryVersion()}});
         return {};
     }
 
@@ -92,12 +107,16 @@ private:
     }
 
     Parser parser_;
+    bool asksForJson_ = false;
 };
 
-// Also answers for a command line that can't be parsed.
-bool asksForJson(int argc, const char* const* argv) {
-    return std::any_of(argv, argv + argc,
-                       [](const char* word) { return std::string_view(word) == "--json"; });
+Outcome runGuarded(Program& program, int argc, const char* const* argv, Output& output) {
+    try {
+        return program.run(argc, argv, output);
+    } catch (const std::exception& error) {
+        return Failure{ExitCode::Failed,
+                       std::string("stopped by an internal failure: ") + error.what(), "", ""};
+    }
 }
 
 } // namespace
@@ -112,7 +131,7 @@ Outcome runWords(const std::vector<std::string>& words, const Options& options, 
 ExitCode runProgram(int argc, const char* const* argv) {
     Output output(stdout);
     Program program;
-    Outcome outcome = program.run(argc, argv, output);
+    Outcome outcome = runGuarded(program, argc, argv, output);
     if (!outcome && output.error() != 0)
         outcome = cannotWrite(output.error());
     if (!outcome)

@@ -14,6 +14,7 @@ namespace {
 
 TEST(Program, TellsTheVersionOfTheLibrary) {
     EXPECT_EQ(runZeltag({"--version"}), (Ended{0, "zeltag 7.6.4\n", ""}));
+    EXPECT_EQ(runZeltag({"--version", "--json"}), (Ended{0, "{\"version\":\"7.6.4\"}\n", ""}));
 }
 
 TEST(Program, HelpGroupsTheCommandsByWhatAPersonWants) {
