@@ -79,8 +79,12 @@ private:
 
     Failure wrongUsage(const CLI::ParseError& stop) {
         const std::string command = parsedCommand();
-        const bool unknown = command.empty() && is(stop, CLI::ExitCodes::ExtrasError);
-        const std::string message = unknown ? "unknown command or option" + rest() : stop.what();
+        const std::string message =
+            is(stop, CLI::ExitCodes::ExtrasError)
+                ? std::string(awaitsCommand() ? "unknown command or option"
+                                              : "unknown argument or option") +
+                      rest()
+                : stop.what();
         return {ExitCode::Usage, message, fmt::format("`zeltag{} --help` shows how", command), ""};
     }
 
@@ -93,10 +97,18 @@ private:
         return words;
     }
 
+    // Whether the last word understood has commands behind it.
+    bool awaitsCommand() {
+        const CLI::App* last = &parser_.app();
+        while (!last->get_subcommands().empty())
+            last = last->get_subcommands().front();
+        return !last->get_subcommands([](const CLI::App*) { return true; }).empty();
+    }
+
     // What the parser could make no sense of.
     std::string rest() {
         std::string words;
-        for (const std::string& word : parser_.app().remaining())
+        for (const std::string& word : parser_.app().remaining(true))
             words += " " + word;
         return words;
     }

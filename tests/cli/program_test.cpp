@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"frob"}, "zeltag: unknown command or option frob; `zeltag --help` shows how"},
         WrongUsage{{"config"}, "zeltag: no command given; `zeltag config --help` lists them"},
         WrongUsage{{"config", "frob"},
-                   "zeltag: The following argument was not expected: frob; "
+                   "zeltag: unknown command or option frob; "
                    "`zeltag config --help` shows how"},
         WrongUsage{{"luid", "65536"},
                    "zeltag: LUID: Value 65536 not in range 0 to 65535; "
@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"beep", "3", "--long", "--sim"},
                    "zeltag: a reader beeps long twice at most; give 1 or 2 with --long"},
         WrongUsage{{"read", "--frob"},
-                   "zeltag: The following argument was not expected: --frob; "
+                   "zeltag: unknown argument or option --frob; "
                    "`zeltag read --help` shows how"},
         WrongUsage{{"ping", "--device", "127"},
                    "zeltag: --device: Value 127 not in range 0 to 126; "

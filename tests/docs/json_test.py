@@ -55,8 +55,9 @@ NOT_RUN = {"swipe", "keys load", "net mac", "net my-ip"}
 NOT_SEEN = re.compile(
     r"(.*\.)?(port|address)$|info\|(version_words\[\]|uptime|cards_read|counters\[\])$"
     r"|wait\|gone\[\]\..*|read\|event$|config show\|settings\..*"
-    r"|config \w+\|(devices\[\]\.)?(changes\[\]|(changes|differences)\[\]\.config|refused\[\]\..*|remarks\[\]"
-    r"|error)$|file check\|whole$|firmware check\|device$|net find\|bridges\[\]\..*"
+    r"|config \w+\|(devices\[\]\.)?(changes\[\]|(changes|differences)\[\]\.config"
+    r"|refused\[\]\..*|remarks\[\]|error)$"
+    r"|file check\|whole$|firmware check\|device$|net find\|bridges\[\]\..*"
     r"|trace\|milliseconds$")
 ERROR = re.compile(r"error(\..*)?$")
 
