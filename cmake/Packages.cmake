@@ -36,7 +36,7 @@ set(CPACK_PACKAGE_NAME zeltagapi)
 set(CPACK_PACKAGE_CONTACT ${ZEL_PACKAGE_MAINTAINER})
 set(CPACK_OUTPUT_FILE_PREFIX ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_COMPONENTS_ALL runtime development tools udev)
+set(CPACK_COMPONENTS_ALL runtime development tools udev python)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
@@ -80,5 +80,13 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (>= ${PROJECT_VERSION
 describe_package(udev zeltag-udev misc foreign)
 set(CPACK_DEBIAN_UDEV_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_UDEV_PACKAGE_CONTROL_EXTRA ${CMAKE_SOURCE_DIR}/packaging/debian/udev/postinst)
+
+describe_package(python python3-zeltag python foreign)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "python3 (>= 3.9), ${library_package} (>= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+    ${CMAKE_SOURCE_DIR}/packaging/debian/python/postinst
+    ${CMAKE_SOURCE_DIR}/packaging/debian/python/prerm)
 
 include(CPack)

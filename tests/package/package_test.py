@@ -48,8 +48,7 @@ def made(packages):
 def linted(packages):
     """No errors; the warnings are told here, each with its reason."""
     need("lintian")
-    known = [
-    ]
+    known = []
     lines = run("lintian", "--allow-root", "--no-cfg", "--tag-display-limit", "0",
                 *packages.files().values(), told=["warning: running with root"]).splitlines()
     expect([line for line in lines if not line.endswith(tuple(known))], [], "lintian says")
@@ -61,8 +60,8 @@ def fields(packages):
     expect(version.rpartition("-")[0], packages.version, "the version")
     expect(packages.field("libzeltagapi-dev", "Depends"), f"libzeltagapi7 (= {version})", "dev")
     expect({name: packages.field(name, "Multi-Arch") for name in NAMES},
-           {"libzeltagapi-dev": "same", "libzeltagapi7": "same", "zeltag-tools": "foreign",
-            "zeltag-udev": "foreign"}, "Multi-Arch")
+           {"libzeltagapi-dev": "same", "libzeltagapi7": "same", "python3-zeltag": "foreign",
+            "zeltag-tools": "foreign", "zeltag-udev": "foreign"}, "Multi-Arch")
     needed = {part.split()[0] for part in packages.field("libzeltagapi7", "Depends").split(", ")}
     expect(needed - {"libc6", "libstdc++6", "libgcc-s1"}, set(), "the library needs nothing else")
     expect(packages.field("libzeltagapi7", "Recommends"), "zeltag-udev", "the rules come along")
@@ -86,7 +85,8 @@ def contents(packages):
                                    "usr/share/man/man3/GetActiveID.3zeltag.gz"],
               "zeltag-tools": ["usr/bin/zeltag", f"{triplet}/zeltag/libzelsim.so",
                                "usr/share/zsh/vendor-completions/_zeltag"],
-              "zeltag-udev": ["usr/lib/udev/rules.d/70-zeltag.rules"]}
+              "zeltag-udev": ["usr/lib/udev/rules.d/70-zeltag.rules"],
+              "python3-zeltag": ["usr/lib/python3/dist-packages/zeltag/__init__.py"]}
     for package, files in wanted.items():
         listed = packages.listed(package)
         notices = [f"usr/share/doc/{package}/{name}" for name in ("copyright",
@@ -128,7 +128,8 @@ def pages(packages):
     """`man` finds a page of each section, that of a function by its name."""
     need("man")
     manual = packages.usr / "share" / "man"
-    for section, name, shown in (("1", "zeltag", "zeltag.1"), ("3", "GetActiveID", "zelTagCards.3"),
+    for section, name, shown in (("1", "zeltag", "zeltag.1"), ("1", "zelsim", "zelsim.1"),
+                                 ("3", "GetActiveID", "zelTagCards.3"),
                                  ("5", "zeltag-template", "zeltag-template.5"),
                                  ("7", "zelTagAPI", "zelTagAPI.7")):
         found = packages.run("man", "-M", manual, "-w", section, name).strip()
@@ -142,9 +143,19 @@ def pages(packages):
 def completions(packages):
     share = packages.usr / "share"
     need("zsh", "fish")
-    run("bash", "-n", share / "bash-completion" / "completions" / "zeltag")
-    run("zsh", "-f", "-n", share / "zsh" / "vendor-completions" / "_zeltag")
-    run("fish", "--no-execute", share / "fish" / "vendor_completions.d" / "zeltag.fish")
+    for program in ("zeltag", "zelsim"):
+        run("bash", "-n", share / "bash-completion" / "completions" / program)
+        run("zsh", "-f", "-n", share / "zsh" / "vendor-completions" / f"_{program}")
+        run("fish", "--no-execute", share / "fish" / "vendor_completions.d" / f"{program}.fish")
+
+
+def python(packages):
+    """The module finds the library by itself, and the simulator gives it a reader."""
+    modules = packages.usr / "lib" / "python3" / "dist-packages"
+    code = "import zeltag\nfor reader in zeltag.readers(): print(reader.read())"
+    printed = packages.run(packages.usr / "bin" / "zelsim", "run", "--", "python3", "-c", code,
+                           PYTHONPATH=str(modules), PYTHONDONTWRITEBYTECODE="1")
+    expect(printed, "26 bits 0x02341B70\n", "the module reads")
 
 
 def rules(packages):
@@ -197,7 +208,7 @@ def find_package_static(packages):
 
 CASES = {case.__name__: case for case in (
     made, linted, fields, contents, build_folder, command_line, simulator, pages, completions,
-    rules, pkg_config, pkg_config_static, find_package, find_package_static)}
+    python, rules, pkg_config, pkg_config_static, find_package, find_package_static)}
 
 
 def main():

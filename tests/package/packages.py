@@ -8,7 +8,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-NAMES = ("libzeltagapi-dev", "libzeltagapi7", "zeltag-tools", "zeltag-udev")
+NAMES = ("libzeltagapi-dev", "libzeltagapi7", "python3-zeltag", "zeltag-tools", "zeltag-udev")
 
 
 def need(*programs):
