@@ -148,8 +148,7 @@ TEST_F(BridgeObserver, SeesAConnectionByItsAddressAndItsBytes) {
 
 TEST_F(BridgeObserver, SeesAConnectionThatIsRefused) {
     const std::uint16_t port =
-        addBridge(1, std::make_shared<sim::TagStream>(std::make_shared<sim::TagReader>()))
-            .port();
+        addBridge(1, std::make_shared<sim::TagStream>(std::make_shared<sim::TagReader>())).port();
     Seen seen;
     zelTagAPI_observe(Seen::take, &seen);
     EXPECT_NE(socket_Open(a(), b(), c(), 200, port), 0);
