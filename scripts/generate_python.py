@@ -28,6 +28,7 @@ TYPES = {
     "uint32_t": "c_uint32", "int64_t": "c_int64", "uint64_t": "c_uint64", "intptr_t": "c_ssize_t",
     "uintptr_t": "c_size_t", "void*": "c_void_p", "CPort*": "c_void_p", "const char*": "c_char_p",
     "zelMarkerFunction": "c_void_p",
+    "zelObserver": "c_void_p",
 }
 OPAQUE = {"std::string", "pthread_mutex_t", "pthread_mutexattr_t", "ErrorCodes*"}
 

@@ -74,9 +74,11 @@ class Installed:
         found = {f"share/man/{path.relative_to(pages)}" for path in pages.glob("man*/*")}
         always = {"share/man/man1/zeltag.1", "share/man/man3/zelTagAPI.3",
                   "share/man/man3/GetActiveID.3zeltag"}
-        return found | always | {"share/bash-completion/completions/zeltag",
-                                 "share/zsh/site-functions/_zeltag",
-                                 "share/fish/vendor_completions.d/zeltag.fish"}
+        completions = {place.format(program) for program in ("zeltag", "zelsim")
+                       for place in ("share/bash-completion/completions/{}",
+                                     "share/zsh/site-functions/_{}",
+                                     "share/fish/vendor_completions.d/{}.fish")}
+        return found | always | completions
 
     def imported_locations(self):
         """CMake names this file for the build type."""

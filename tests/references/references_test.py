@@ -131,7 +131,8 @@ def options(told):
     """No option of the help is missing in the page."""
     page = (told.pages / "man1" / "zeltag.1").read_text(encoding="utf-8").replace("\\-", "-")
     for words in ([], *commands_of(told)):
-        found = re.findall(r"^ +(?:-\w,)?(--[\w-]+)", help_of(told, *words), re.MULTILINE)
+        found = re.findall(r"^ +(?:-\w,)?(--[\w-]+)" if words else r" (--[\w-]+)",
+                           help_of(told, *words), re.MULTILINE)
         expect("--json" in found, True, f"options in the help of {words}")
         for option in found:
             expect(f"\\fB{option}\\fR" in page, True, f"{option} of {words}")

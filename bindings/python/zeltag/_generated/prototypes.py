@@ -393,7 +393,7 @@ FUNCTIONS: dict[str, tuple[Any, list[Any]]] = {
     "zelBandSetTrackEnables": (c_int, [c_ushort]),
     "zelTagAPI_checkFile": (c_int, [c_char_p, c_int, POINTER(zelFileCheck)]),
     "zelTagAPI_checkFirmware": (c_char_p, [c_char_p]),
-    "zelTagAPI_observe": (None, [zelObserver, c_void_p]),
+    "zelTagAPI_observe": (None, [c_void_p, c_void_p]),
     "zelTagAPI_readFirmware": (c_int, [c_char_p, POINTER(zelFirmwareFile)]),
     "zelTagAPI_readTemplate": (c_int, [c_char_p, POINTER(tsTagCfg), c_int, c_int]),
     "zelTagAPI_showsKeys": (c_int, [POINTER(tsTagCfg)]),
