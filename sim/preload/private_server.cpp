@@ -14,8 +14,6 @@
 #include <sys/wait.h>
 #include <vector>
 
-extern char** environ;
-
 namespace zel::sim {
 
 namespace {
@@ -74,6 +72,7 @@ std::vector<char*> environmentWithoutPreload() {
 
 bool spawn(std::vector<std::string> arguments, const Pipe& out, const Pipe& lifeline) {
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
         argv.push_back(argument.data());
     argv.push_back(nullptr);
@@ -116,7 +115,7 @@ std::string startPrivateServer(const std::string& scenario) {
     const std::string folder = newFolder();
     if (folder.empty())
         return complain(std::strerror(errno));
-    const std::string socket = folder + "/zelsim.sock";
+    std::string socket = folder + "/zelsim.sock";
     Pipe out;
     Pipe lifeline;
     if (!spawn(

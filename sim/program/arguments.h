@@ -15,6 +15,10 @@
 namespace zel::sim {
 
 struct Arguments {
+    Arguments() = default;
+    Arguments(const Arguments&) = delete;
+    Arguments& operator=(const Arguments&) = delete;
+
     int (*command)(const Arguments& arguments) = nullptr; // what the subcommand does
     bool json = false;
 

@@ -8,8 +8,7 @@
 #include <spawn.h>
 #include <string_view>
 #include <sys/wait.h>
-
-extern char** environ;
+#include <unistd.h>
 
 namespace zel::sim {
 
@@ -27,6 +26,7 @@ bool isNamed(std::string_view entry, const std::vector<std::string>& variables) 
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);

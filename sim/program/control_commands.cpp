@@ -78,7 +78,7 @@ void addSettings(std::string& text, const Json& settings, const std::string& hea
         if (value.is_object())
             addSettings(text, value, head + name + ".");
         else
-            text += "\n  " + head + name + " " + value.dump();
+            text.append("\n  ").append(head).append(name).append(" ").append(value.dump());
     }
 }
 
