@@ -51,7 +51,7 @@ void checkPlace(const Scenario& scenario, const ScenarioDevice& device, const Fi
 }
 
 std::string firmwareOf(const Fields& fields, const Kind& kind) {
-    const std::string version = fields.textOr("firmware", "");
+    std::string version = fields.textOr("firmware", "");
     const bool isFourDigits =
         version.size() == kVersionDigits &&
         std::ranges::all_of(version, [](unsigned char digit) { return std::isdigit(digit) != 0; });
@@ -62,7 +62,7 @@ std::string firmwareOf(const Fields& fields, const Kind& kind) {
 }
 
 std::string serialNumberOf(const Fields& fields, const Kind& kind) {
-    const std::string number = fields.textOr("serial", "");
+    std::string number = fields.textOr("serial", "");
     if (!number.empty() && kind.sort != Sort::Proximity)
         fields.refuse("serial", std::string("a ") + kind.name + " tells no serial number",
                       "leave serial out");

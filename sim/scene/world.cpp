@@ -4,6 +4,8 @@
 
 #include "sim/wire/line.h"
 
+#include <cmath>
+
 namespace zel::sim {
 
 namespace {
@@ -12,7 +14,7 @@ constexpr double kSecond = 1e6; // microseconds
 constexpr std::size_t kLongestTrace = 1U << 20;
 
 std::uint64_t microsecondsOf(double seconds) {
-    return static_cast<std::uint64_t>(seconds * kSecond + 0.5);
+    return static_cast<std::uint64_t>(std::llround(seconds * kSecond));
 }
 
 void apply(const std::vector<ScenarioSetting>& changes, Apparatus& device) {
