@@ -22,4 +22,10 @@ string(REPLACE "\\fB\\fC" "\\fB" page "${page}") # a font of its own for code is
 string(REGEX REPLACE "(\n\\.SH [^\n]*)\n\\.PP\n" "\\1\n" page "${page}") # a heading begins one
 string(REGEX REPLACE "(\n\\.SS [^\n]*)\n\\.PP\n" "\\1\n" page "${page}")
 string(REGEX REPLACE "\n\n+" "\n" page "${page}")
+# A table has no box, and its last column takes the room that the line has left.
+string(REPLACE "\nallbox;\n" "\n" page "${page}")
+string(REGEX REPLACE "\n([l ]*l) \\.\n" "\n\\1x .\n" page "${page}")
+string(REPLACE "\tT{\n" "\t@\n" page "${page}")
+string(REGEX REPLACE "\t([^\t\n@][^\t\n]*)\n" "\tT{\n\\1\nT}\n" page "${page}")
+string(REPLACE "\t@\n" "\tT{\n" page "${page}")
 file(WRITE ${PAGE} "${page}")
