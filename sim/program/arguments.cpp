@@ -35,6 +35,8 @@ template <class Address> bool take(const std::optional<Address>& told, Address& 
 
 // "10001" or "127.0.0.2:10001"
 bool takeEndpoint(const std::string& text, BridgeOptions& bridge) {
+    if (take(ipv4In(text), bridge.address))
+        return true;
     const std::size_t colon = text.rfind(':');
     const std::string_view port =
         std::string_view(text).substr(colon == std::string::npos ? 0 : colon + 1);
@@ -55,10 +57,10 @@ void addRun(CLI::App& app, Arguments& arguments) {
         arguments.wantsBridge = true;
         return takeEndpoint(text, arguments.bridge);
     };
-    addText(sub, "--bridge", "[ADDR:]PORT",
-            "Also a network bridge, with the scenario's device \"bridge\" or its first proximity "
-            "reader behind it",
-            "no port such as 10001 or 127.0.0.2:10001", bridge);
+    addText(sub, "--bridge", "ADDR[:PORT]",
+            "Also a network bridge, with the device at = \"bridge\" or the first proximity reader "
+            "behind it",
+            "no address such as 127.0.0.2 or 127.0.0.2:10001, and no port", bridge);
     sub.add_flag("--uhid", arguments.wantsUhid,
                  "Also HID devices that every program sees; needs the kernel's uhid and leave to "
                  "use it");

@@ -25,6 +25,7 @@ struct Arguments {
     // Of the commands that speak with a simulator that runs.
     std::string socket;
     Json request;
+    bool showsSettings = false;
 
     // Of those that have a world of their own.
     std::string scenario; // empty: the demonstration

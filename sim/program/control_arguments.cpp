@@ -114,7 +114,9 @@ void addControlCommands(CLI::App& app, Arguments& arguments) {
     addDeed(app, arguments, "unplug", "Pull a device's plug");
     addDeed(app, arguments, "plug", "Plug a device in again");
     addControl(app, arguments, "state", "Show the devices: cards, LEDs, relays, settings",
-               stateCommand);
+               stateCommand)
+        .add_flag("--settings", arguments.showsSettings,
+                  "Also the settings of each device, which --json shows in any case");
     addControl(app, arguments, "trace", "Show what went over the wire since the last trace",
                traceCommand);
     addControl(app, arguments, "stop", "End the simulator");

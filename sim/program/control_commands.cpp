@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <functional>
 #include <sys/socket.h>
 #include <variant>
 
@@ -55,7 +56,8 @@ Trouble troubleIn(const Json& error) {
 }
 
 // Asks and prints what comes, as JSON or in the words of `tell`.
-int askAndPrint(const Arguments& arguments, std::string (*tell)(const Json& answer)) {
+int askAndPrint(const Arguments& arguments,
+                const std::function<std::string(const Json& answer)>& tell) {
     const auto result = ask(arguments);
     if (const auto* const trouble = std::get_if<Trouble>(&result))
         return fail(*trouble, arguments.json);
@@ -82,7 +84,7 @@ void addSettings(std::string& text, const Json& settings, const std::string& hea
     }
 }
 
-std::string deviceText(const Json& device) {
+std::string deviceText(const Json& device, bool showsSettings) {
     std::string text = textOf(device.at("name")) + ": " + textOf(device.at("kind")) + " at " +
                        textOf(device.at("at")) + (device.at("plugged") ? "" : ", unplugged");
     if (device.contains("card"))
@@ -93,14 +95,15 @@ std::string deviceText(const Json& device) {
     if (device.contains("leds"))
         for (const auto& [led, colour] : device.at("leds").items())
             text += "\n  LED " + led + " " + textOf(colour);
-    addSettings(text, device.at("settings"), "");
+    if (showsSettings)
+        addSettings(text, device.at("settings"), "");
     return text;
 }
 
-std::string stateText(const Json& answer) {
+std::string stateText(const Json& answer, bool showsSettings) {
     std::string text;
     for (const Json& device : answer.at("devices"))
-        text += (text.empty() ? "" : "\n") + deviceText(device);
+        text += (text.empty() ? "" : "\n") + deviceText(device, showsSettings);
     return text;
 }
 
@@ -117,7 +120,11 @@ int controlCommand(const Arguments& arguments) {
     return askAndPrint(arguments, [](const Json&) { return std::string(); });
 }
 
-int stateCommand(const Arguments& arguments) { return askAndPrint(arguments, stateText); }
+int stateCommand(const Arguments& arguments) {
+    return askAndPrint(arguments, [&arguments](const Json& answer) {
+        return stateText(answer, arguments.showsSettings);
+    });
+}
 
 int traceCommand(const Arguments& arguments) { return askAndPrint(arguments, traceText); }
 

@@ -230,6 +230,27 @@ TEST_F(RunningZelsim, HasABridgeBeforeItsReader) {
         << "present, LUID 7";
 }
 
+TEST_F(RunningZelsim, HasABridgeAtTheUsualPortOfAnAddress) {
+    const std::string address = sim::toText(loopbackHost(1));
+    start({"--bridge", address});
+    EXPECT_EQ(listening_.at("bridge").at("address"), address);
+    EXPECT_EQ(listening_.at("bridge").at("port"), 10001);
+}
+
+TEST_F(ZelsimProgram, RefusesABridgeThatIsNoPlace) {
+    const Ended ended = zelsim({"run", "--bridge", "127.0.0.300"});
+    EXPECT_EQ(ended.exit, 64);
+    EXPECT_EQ(ended.err, "zelsim: --bridge: \"127.0.0.300\" is no address such as 127.0.0.2 or "
+                         "127.0.0.2:10001, and no port; `zelsim run --help` shows how\n");
+}
+
+TEST_F(RunningZelsim, ShowsSettingsAsTextOnlyOnDemand) {
+    start();
+    EXPECT_EQ(zelsim({"state"}).out.find("iIDHoldTO"), std::string::npos);
+    EXPECT_NE(zelsim({"state", "--settings"}).out.find("\n  TimeParms.iIDHoldTO 1000\n"),
+              std::string::npos);
+}
+
 TEST_F(RunningZelsim, SaysWhichDevicesMayBeMeant) {
     start();
     const Ended ended = zelsim({"tap", "staff", "--json"});
