@@ -45,7 +45,7 @@ MAP = {
     "sim/program": {"sim/bridge/", "sim/link/", "sim/scene/", "sim/server/", "sim/uhid/"},
     "cli/command": set(),
     "cli/network": {"cli/command/"},
-    "cli/device": {"cli/command/", "cli/network/", "sim/demo/bench.h"},
+    "cli/device": {"cli/command/", "cli/network/", "frame/products.def", "sim/demo/bench.h"},
     "cli/file": {"cli/command/"},
     "cli/card": {"cli/command/", "cli/device/"},
     "cli/config": TABLES | {"cli/command/", "cli/device/", "cli/file/", STATE_HEADER},

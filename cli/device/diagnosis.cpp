@@ -2,8 +2,6 @@
 // Says in words why a reader can't be opened, and what helps.
 #include "cli/device/diagnosis.h"
 
-#include "frame/zelTagAPI.h"
-
 #include <algorithm>
 #include <fmt/format.h>
 
@@ -13,20 +11,12 @@ namespace {
 
 constexpr char kReplug[] = "unplug it and plug it in again";
 
-std::string udevHint() {
-    return fmt::format("put the line SUBSYSTEM==\"hidraw\", ATTRS{{idVendor}}==\"{:04x}\", "
-                       "ATTRS{{idProduct}}==\"{:04x}\", TAG+=\"uaccess\" into "
-                       "/etc/udev/rules.d/70-zeltag.rules, then {}",
-                       static_cast<int>(ZELTAG_USB_VENDOR), static_cast<int>(ZELTAG_USB_PRODUCT),
-                       kReplug);
-}
-
 Failure explain(const SystemReader& reader) {
     const std::string& node = reader.node;
     switch (reader.access) {
     case Access::Denied:
-        return {ExitCode::NoPermission, "no permission to open the reader " + node, udevHint(),
-                node};
+        return {ExitCode::NoPermission, "no permission to open the reader " + node,
+                udevHint(reader.id), node};
     case Access::NoNode:
         return {ExitCode::NoDevice,
                 "the system lists a reader, but its device node " + node + " is missing",

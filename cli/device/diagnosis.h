@@ -6,6 +6,7 @@
 #pragma once
 
 #include "cli/command/failure.h"
+#include "cli/device/reader_ids.h"
 
 #include <string>
 #include <vector>
@@ -22,6 +23,7 @@ enum class Access {
 struct SystemReader {
     std::string node; // such as /dev/hidraw0
     Access access = Access::Open;
+    ReaderId id = usualReaderId();
 };
 
 // The readers that the system lists, in the order of the library's scan. Empty on platforms that

@@ -2,8 +2,6 @@
 // Looks through the hidraw nodes for readers and tests whether they may be opened.
 #include "cli/device/system_readers_linux.h"
 
-#include "frame/zelTagAPI.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -30,16 +28,16 @@ std::optional<unsigned> numberOf(const std::string& entry) {
 
 // HID_ID=0003:00005A3E:00009D23 is bus, vendor and product. Any device may vanish while it is
 // looked at; then there is no such line.
-bool isReader(const fs::path& uevent) {
+std::optional<ReaderId> readerIdIn(const fs::path& uevent) {
     std::ifstream file(uevent);
     std::string line;
     while (std::getline(file, line)) {
         unsigned vendor = 0;
         unsigned product = 0;
         if (std::sscanf(line.c_str(), "HID_ID=%*x:%x:%x", &vendor, &product) == 2)
-            return vendor == ZELTAG_USB_VENDOR && product == ZELTAG_USB_PRODUCT;
+            return ReaderId{static_cast<int>(vendor), static_cast<int>(product)};
     }
-    return false;
+    return {};
 }
 
 Access accessTo(const std::string& node, const HidrawPlaces& places) {
@@ -59,19 +57,20 @@ Access accessTo(const std::string& node, const HidrawPlaces& places) {
 } // namespace
 
 std::vector<SystemReader> findSystemReaders(const HidrawPlaces& places) {
-    std::map<unsigned, std::string> found; // the library scans by number too
+    std::map<unsigned, SystemReader> found; // the library scans by number too
     std::error_code error;
     for (fs::directory_iterator entry(places.classFolder, error), end; !error && entry != end;
          entry.increment(error)) {
         const std::string name = entry->path().filename();
         const auto number = numberOf(name);
-        if (number && isReader(entry->path() / "device" / "uevent"))
-            found[*number] = places.nodeFolder + "/" + name;
+        const auto id = readerIdIn(entry->path() / "device" / "uevent");
+        if (number && id && isReaderId(*id))
+            found[*number] = {places.nodeFolder + "/" + name, Access::Open, *id};
     }
     std::vector<SystemReader> readers;
     readers.reserve(found.size());
-    for (const auto& [number, node] : found)
-        readers.push_back({node, accessTo(node, places)});
+    for (const auto& [number, reader] : found)
+        readers.push_back({reader.node, accessTo(reader.node, places), reader.id});
     return readers;
 }
 

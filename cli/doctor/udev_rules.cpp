@@ -2,10 +2,9 @@
 // Goes through the rule files and judges the lines that name the readers.
 #include "cli/doctor/udev_rules.h"
 
-#include "frame/zelTagAPI.h"
-
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
@@ -20,8 +19,6 @@ namespace fs = std::filesystem;
 constexpr const char* kFolders[] = {"/etc/udev/rules.d", "/run/udev/rules.d",
                                     "/usr/lib/udev/rules.d", "/lib/udev/rules.d"};
 constexpr int kSeatRule = 73; // the file that carries uaccess out is 73-seat-late.rules
-
-std::string idText(int id) { return fmt::format("{:04x}", id); }
 
 std::string inLowerCase(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -38,9 +35,27 @@ std::string valueOf(const std::string& rule, const std::string& key) {
     return rule.substr(begin, rule.find('"', begin) - begin);
 }
 
-bool isAboutReaders(const std::string& rule) {
-    const std::string vendor = valueOf(inLowerCase(rule), "idvendor}==");
-    return vendor == idText(ZELTAG_USB_VENDOR);
+bool hasHidraw(const std::string& rule) {
+    return rule.find("SUBSYSTEM==\"hidraw\"") != rule.npos ||
+           rule.find("KERNEL==\"hidraw") != rule.npos;
+}
+
+bool setsAccess(const std::string& rule) {
+    return rule.find("TAG+=\"uaccess\"") != rule.npos || rule.find("GROUP=\"") != rule.npos ||
+           rule.find("MODE=\"") != rule.npos;
+}
+
+// 0 where the rule tells none, or one that isn't hexadecimal.
+int idIn(const std::string& rule, const std::string& key) {
+    return static_cast<int>(std::strtol(valueOf(rule, key).c_str(), nullptr, 16));
+}
+
+// Rules that only keep other programs away say nothing of access.
+bool isAbout(const std::string& rule, const ReaderId& reader) {
+    const ReaderId named = {idIn(rule, "idVendor}=="), idIn(rule, "idProduct}==")};
+    const bool isKnown = isProductId(named);
+    return named.vendor == reader.vendor && (hasHidraw(rule) || setsAccess(rule)) &&
+           (named == reader || !isKnown);
 }
 
 int numberOf(const std::string& file) {
@@ -59,13 +74,11 @@ std::string faultOf(const std::string& rule, const std::string& file) {
     const std::string ids = valueOf(rule, "idVendor}==") + product;
     if (ids != inLowerCase(ids))
         return "the ids must be in lower-case hexadecimal: udev compares them as text";
-    if (!product.empty() && product != idText(ZELTAG_USB_PRODUCT))
-        return fmt::format("it names the product {} and not {}", product,
-                           idText(ZELTAG_USB_PRODUCT));
-    if (rule.find("SUBSYSTEM==\"hidraw\"") == rule.npos &&
-        rule.find("KERNEL==\"hidraw") == rule.npos)
+    if (!product.empty() && !isProductId({idIn(rule, "idVendor}=="), idIn(rule, "idProduct}==")}))
+        return fmt::format("no reader is the product {}", product);
+    if (!hasHidraw(rule))
         return "it isn't for hidraw nodes: it lacks SUBSYSTEM==\"hidraw\"";
-    if (!hasSeats && rule.find("GROUP=\"") == rule.npos && rule.find("MODE=\"") == rule.npos)
+    if (!setsAccess(rule))
         return "it sets neither TAG+=\"uaccess\" nor GROUP nor MODE";
     if (hasSeats && numberOf(file) >= kSeatRule)
         return fmt::format("uaccess has an effect only in a file whose number is below {}",
@@ -74,7 +87,8 @@ std::string faultOf(const std::string& rule, const std::string& file) {
 }
 
 // A backslash at its end joins a line with the next one.
-void takeRules(const fs::path& path, const std::string& told, std::vector<UdevRule>& rules) {
+void takeRules(const fs::path& path, const std::string& told, const std::vector<ReaderId>& ids,
+               std::vector<UdevRule>& rules) {
     std::ifstream file(path);
     std::string rule;
     int number = 0;
@@ -85,7 +99,8 @@ void takeRules(const fs::path& path, const std::string& told, std::vector<UdevRu
         rule += goesOn ? line.substr(0, line.size() - 1) : line;
         if (goesOn)
             continue;
-        if (!rule.starts_with('#') && isAboutReaders(rule))
+        const auto isMeant = [&rule](const ReaderId& id) { return isAbout(rule, id); };
+        if (!rule.starts_with('#') && std::any_of(ids.begin(), ids.end(), isMeant))
             rules.push_back({fmt::format("{}:{}", told, first), faultOf(rule, path.filename()),
                              rule.find("TAG+=\"uaccess\"") != rule.npos});
         rule.clear();
@@ -95,7 +110,7 @@ void takeRules(const fs::path& path, const std::string& told, std::vector<UdevRu
 
 } // namespace
 
-std::vector<UdevRule> rulesAboutReaders(const Machine& machine) {
+std::vector<UdevRule> rulesAboutReaders(const Machine& machine, const std::vector<ReaderId>& ids) {
     std::map<std::string, std::string> files; // by name; the first folder counts
     for (const char* const folder : kFolders) {
         std::error_code error;
@@ -107,7 +122,7 @@ std::vector<UdevRule> rulesAboutReaders(const Machine& machine) {
     std::vector<UdevRule> rules;
     for (const auto& [name, folder] : files) {
         const std::string told = folder + "/" + name;
-        takeRules(machine.at(told), told, rules);
+        takeRules(machine.at(told), told, ids, rules);
     }
     return rules;
 }

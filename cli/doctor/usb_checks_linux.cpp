@@ -7,9 +7,9 @@
 #include "cli/doctor/holders.h"
 #include "cli/doctor/seat.h"
 #include "cli/doctor/udev_rules.h"
-#include "frame/zelTagAPI.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
@@ -23,17 +23,6 @@ namespace fs = std::filesystem;
 constexpr char kReplug[] = "unplug it and plug it in again";
 constexpr char kUsbFolder[] = "/sys/bus/usb/devices";
 
-std::string udevLine() {
-    return fmt::format("SUBSYSTEM==\"hidraw\", ATTRS{{idVendor}}==\"{:04x}\", "
-                       "ATTRS{{idProduct}}==\"{:04x}\", TAG+=\"uaccess\"",
-                       static_cast<int>(ZELTAG_USB_VENDOR), static_cast<int>(ZELTAG_USB_PRODUCT));
-}
-
-std::string putRule() {
-    return fmt::format("put the line {} into /etc/udev/rules.d/70-zeltag.rules, then {}",
-                       udevLine(), kReplug);
-}
-
 std::string firstLine(const fs::path& path) {
     std::ifstream file(path);
     std::string line;
@@ -41,11 +30,12 @@ std::string firstLine(const fs::path& path) {
     return line;
 }
 
+int idIn(const fs::path& path) {
+    return static_cast<int>(std::strtol(firstLine(path).c_str(), nullptr, 16));
+}
+
 bool isReader(const fs::path& device) {
-    return firstLine(device / "idVendor") ==
-               fmt::format("{:04x}", static_cast<int>(ZELTAG_USB_VENDOR)) &&
-           firstLine(device / "idProduct") ==
-               fmt::format("{:04x}", static_cast<int>(ZELTAG_USB_PRODUCT));
+    return isReaderId({idIn(device / "idVendor"), idIn(device / "idProduct")});
 }
 
 std::vector<fs::path> usbReaders(const Machine& machine) {
@@ -97,28 +87,37 @@ Findings checkPlugged(const Machine& machine) {
     return findings;
 }
 
-Finding checkRule(const UdevRule& rule, bool isDenied) {
+Finding checkRule(const UdevRule& rule, const std::string& hint, bool isDenied) {
     if (rule.fault.empty())
         return ok("rule", rule.place + (rule.isForSeats ? " lets in who sits at this machine"
                                                         : " sets who may open readers"));
     const std::string text = rule.place + " lets nobody in: " + rule.fault;
-    return isDenied ? fault("rule", ExitCode::NoPermission, text, putRule())
-                    : warning("rule", text, putRule());
+    return isDenied ? fault("rule", ExitCode::NoPermission, text, hint)
+                    : warning("rule", text, hint);
 }
 
-Findings checkRules(const Machine& machine, bool isDenied) {
+// The reader that may not be opened tells which rule is missing; else the first one.
+Findings checkRules(const Machine& machine, const std::vector<SystemReader>& readers,
+                    bool isDenied) {
     Findings findings;
-    const auto rules = rulesAboutReaders(machine);
+    std::vector<ReaderId> ids;
+    for (const SystemReader& reader : readers)
+        ids.push_back(reader.id);
+    const auto denied = std::find_if(readers.begin(), readers.end(), [](const auto& reader) {
+        return reader.access == Access::Denied;
+    });
+    const std::string hint = udevHint(denied == readers.end() ? ids.front() : denied->id);
+    const auto rules = rulesAboutReaders(machine, ids);
     for (const UdevRule& rule : rules)
-        findings.push_back(checkRule(rule, isDenied));
+        findings.push_back(checkRule(rule, hint, isDenied));
     if (rules.empty() && isDenied)
         findings.push_back(
-            fault("rule", ExitCode::NoPermission, "no udev rule names the readers", putRule()));
+            fault("rule", ExitCode::NoPermission, "no udev rule names the readers", hint));
     else if (rules.empty())
         findings.push_back(warning("rule",
                                    "no udev rule names the readers: others than this user "
                                    "may not open them",
-                                   putRule()));
+                                   hint));
     std::error_code error;
     if (!fs::exists(machine.at("/run/udev/control"), error))
         findings.push_back(warning("udev", "udev isn't running: no rule has an effect",
@@ -189,7 +188,7 @@ Findings checkUsb(const Machine& machine) {
         isDenied = isDenied || reader.access == Access::Denied;
     }
     if (!readers.empty())
-        append(findings, checkRules(machine, isDenied));
+        append(findings, checkRules(machine, readers, isDenied));
     if (isDenied)
         findings.push_back(checkSeat(machine));
     return findings;

@@ -120,8 +120,36 @@ TEST_F(DoctorUsb, FindsIdsInUpperCase) {
 
 TEST_F(DoctorUsb, FindsAnotherProduct) {
     EXPECT_TRUE(contains(withRule("SUBSYSTEM==\"hidraw\", ATTRS{idVendor}==\"5a3e\", "
+                                  "ATTRS{idProduct}==\"1234\", TAG+=\"uaccess\"\n"),
+                         "no reader is the product 1234"));
+}
+
+TEST_F(DoctorUsb, PassesOverRulesForReadersThatAreNotThere) {
+    EXPECT_TRUE(contains(withRule("SUBSYSTEM==\"hidraw\", ATTRS{idVendor}==\"5a3e\", "
                                   "ATTRS{idProduct}==\"9d2b\", TAG+=\"uaccess\"\n"),
-                         "it names the product 9d2b and not 9d23"));
+                         "fault rule: no udev rule names the readers\n"));
+}
+
+// The lines of the packaged rules that let nobody in are about other things.
+TEST_F(DoctorUsb, FindsThePackagedRulesRight) {
+    std::ifstream file(ZEL_UDEV_RULES);
+    const std::string rules(std::istreambuf_iterator<char>(file), {});
+    const std::string told = withRule(rules, "/usr/lib/udev/rules.d/70-zeltag.rules");
+    EXPECT_TRUE(contains(told, "ok rule: /usr/lib/udev/rules.d/70-zeltag.rules:"));
+    EXPECT_FALSE(contains(told, "lets nobody in"));
+}
+
+TEST_F(DoctorUsb, KnowsTheReadersOfTheFixedFilterList) {
+    write("/sys/bus/usb/devices/1-2/idVendor", "6b2d\n");
+    write("/sys/bus/usb/devices/1-2/idProduct", "9d25\n");
+    write("/sys/class/hidraw/hidraw3/device/uevent", "HID_ID=0003:00006B2D:00009D25\n");
+    EXPECT_TRUE(contains(found(true), "fault permission: /dev/hidraw3 may not be opened\n"));
+    EXPECT_TRUE(contains(found(true), "fault rule: no udev rule names the readers\n"));
+    const auto findings = checkUsb(machine(true));
+    const bool names = std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
+        return contains(finding.fix, "ATTRS{idVendor}==\"6b2d\", ATTRS{idProduct}==\"9d25\"");
+    });
+    EXPECT_TRUE(names);
 }
 
 TEST_F(DoctorUsb, FindsARuleThatIsNotForNodes) {

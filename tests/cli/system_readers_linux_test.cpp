@@ -57,6 +57,11 @@ TEST_F(SystemReaders, AreFoundInTheOrderOfTheirNumbersWithWhatBlocksThem) {
     EXPECT_EQ(found(), "/nodes/hidraw1:1 /nodes/hidraw2:2 /nodes/hidraw3:3 /nodes/hidraw10:0 ");
 }
 
+TEST_F(SystemReaders, AreThoseOfTheFixedFilterListToo) {
+    add("hidraw0", "HID_ID=0003:00006B2D:00009D25\n");
+    EXPECT_EQ(found(), "/nodes/hidraw0:0 ");
+}
+
 TEST_F(SystemReaders, OtherDevicesAreLeftOut) {
     add("hidraw0", "HID_ID=0003:00005A3E:00009D2B\n");
     add("hidraw1", "HID_ID=0003:00008E4A:00009D23\n");
