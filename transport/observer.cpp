@@ -16,13 +16,17 @@ unsigned long long microsecondsNow() {
            static_cast<unsigned long long>(now.tv_usec);
 }
 
-void Observed::report(zelTraceKind kind, bool result, const void* bytes, long size) {
-    event_.kind = kind;
-    event_.result = result ? 1 : 0;
-    event_.bytes = static_cast<const unsigned char*>(bytes);
-    event_.size = size;
-    event_.ended = microsecondsNow();
-    observer.call(&event_, observer.context);
+void Observed::report(zelTraceKind kind, bool result, const void* bytes, long size) const {
+    const zelTraceEvent event = {.kind = kind,
+                                 .transport = transport_,
+                                 .product = product_,
+                                 .result = result ? 1 : 0,
+                                 .device = device_,
+                                 .bytes = static_cast<const unsigned char*>(bytes),
+                                 .size = size,
+                                 .began = began_,
+                                 .ended = microsecondsNow()};
+    observer.call(&event, observer.context);
 }
 
 } // namespace zel

@@ -67,16 +67,28 @@ void closeObserved(void* handle) {
     closing.tell(ZELTAGAPI_TRACE_CLOSE, true);
 }
 
-zel::Observed exchangeWith(const tsDevDat& record) {
+zel::Observed exchange() {
+    const tsDevDat& record = zel::activeRecord();
     return {ZELTAGAPI_TRACE_USB, record.szDevName, static_cast<int>(record.iProduct)};
 }
 
-bool trySend(const tsDevDat& record, unsigned char reportId, const unsigned char* data, long size) {
-    zel::Observed sending = exchangeWith(record);
-    const bool isSent = backend.setFeature(record.hDev, reportId, data, size) != 0;
+bool trySend(void* handle, unsigned char reportId, const unsigned char* data, long size) {
+    if (!zel::observer.call)
+        return backend.setFeature(handle, reportId, data, size) != 0;
+    const zel::Observed sending = exchange();
+    const bool isSent = backend.setFeature(handle, reportId, data, size) != 0;
     const long skipped = reportId == 0 || size == 0 ? 0 : 1;
     sending.tell(ZELTAGAPI_TRACE_SEND, isSent, data + skipped, size - skipped);
     return isSent;
+}
+
+bool receive(void* handle, unsigned char* buffer, long size) {
+    if (!zel::observer.call)
+        return backend.getFeature(handle, buffer[0], buffer + 1, &size) != 0;
+    const zel::Observed receiving = exchange();
+    const bool came = backend.getFeature(handle, buffer[0], buffer + 1, &size) != 0;
+    receiving.tell(ZELTAGAPI_TRACE_RECEIVE, came, came ? buffer + 1 : nullptr, came ? size : 0);
+    return came;
 }
 
 // Opens the listed device `index` and hands it over. Whether that went well.
@@ -154,14 +166,14 @@ int UsbDriver_IsDevOurs(const char*, unsigned int, unsigned int, void*) { return
 
 // Without a handle there is nothing to retry: fails at once, with no pause.
 int UsbDriver_SendFR(int length, int, const unsigned char* buffer) {
-    const tsDevDat& record = zel::activeRecord();
-    if (!zel::isOpenHandle(record.hDev) || length < 0)
+    void* const handle = zel::activeRecord().hDev;
+    if (!zel::isOpenHandle(handle) || length < 0)
         return 0;
     const unsigned char reportId = buffer[0];
     const unsigned char* const data = reportId == 0 ? buffer + 1 : buffer;
     const long size = reportId == 0 ? length : length + 1L;
     for (int attempt = 0; attempt < kSendTries; ++attempt) {
-        if (trySend(record, reportId, data, size))
+        if (trySend(handle, reportId, data, size))
             return 1;
         usleep(kSendRetryPause);
     }
@@ -169,14 +181,10 @@ int UsbDriver_SendFR(int length, int, const unsigned char* buffer) {
 }
 
 int UsbDriver_RecvFR(int length, int, unsigned char* buffer) {
-    const tsDevDat& record = zel::activeRecord();
-    if (!zel::isOpenHandle(record.hDev) || length < 0)
+    void* const handle = zel::activeRecord().hDev;
+    if (!zel::isOpenHandle(handle) || length < 0)
         return 0;
-    zel::Observed receiving = exchangeWith(record);
-    long size = length;
-    const bool came = backend.getFeature(record.hDev, buffer[0], buffer + 1, &size) != 0;
-    receiving.tell(ZELTAGAPI_TRACE_RECEIVE, came, came ? buffer + 1 : nullptr, came ? size : 0);
-    return came ? 1 : 0;
+    return receive(handle, buffer, length) ? 1 : 0;
 }
 
 int UsbDriver_WaitForData(void*, int, unsigned char*) { return 1; }

@@ -75,7 +75,7 @@ TEST_F(Observer, SeesAnAnswerThatDoesNotCome) {
     connectReader();
     bus().fail(0, sim::Fault::NoAnswer);
     observe();
-    unsigned char id[8];
+    unsigned char id[32];
     GetActiveID(id, 8);
     EXPECT_TRUE(contains(seen(), "usb reader: < (1) fails\n"));
 }
