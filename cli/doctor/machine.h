@@ -8,7 +8,7 @@
 namespace zel::cli {
 
 struct Machine {
-    std::string root = ""; // stands before /sys, /dev, /proc, /etc, /run and /usr
+    std::string root; // stands before /sys, /dev, /proc, /etc, /run and /usr
     uid_t user = geteuid();
     int (*access)(const char* path, int mode) = ::access; // as access() of POSIX
 
