@@ -17,6 +17,8 @@ set(simulator_folder ${CMAKE_INSTALL_LIBDIR}/zeltag) # of the object that is pre
 file(GLOB public_headers CONFIGURE_DEPENDS frame/zelTag*.h)
 set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/zelTagAPI)
 install(FILES ${public_headers} DESTINATION ${include_folder}/frame COMPONENT development)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/libzeltagapi-dev
+        COMPONENT development PATTERN __pycache__ EXCLUDE PATTERN build EXCLUDE)
 
 # A program finds the library by the way from one to the other, wherever both are moved.
 set(here $<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>)

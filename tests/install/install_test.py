@@ -30,6 +30,10 @@ def expect(actual, expected, what):
         sys.exit(f"{what}\nexpected: {expected}\nis:       {actual}")
 
 
+def examples():
+    return run("git", "-C", ROOT, "ls-files", "examples").splitlines()
+
+
 def python_modules():
     folder = ROOT / "bindings" / "python"
     return [path.relative_to(folder) for pattern in ("*.py", "py.typed")
@@ -66,6 +70,7 @@ class Installed:
                 *(f"include/zelTagAPI/frame/{name}" for name in public_headers()),
                 *(f"{self.libdir}/{name}" for name in libraries + package),
                 *(f"lib/python3/dist-packages/{name}" for name in python_modules()),
+                *(f"share/doc/libzeltagapi-dev/{name}" for name in examples()),
                 f"{self.libdir}/pkgconfig/zelTagAPI.pc", self.imported_locations()}
 
     def references(self):
