@@ -21,9 +21,7 @@ int doorConnect(void) {
     return USBConnect(NULL);
 }
 
-void doorDisconnect(void) {
-    USBDisconnect();
-}
+void doorDisconnect(void) { USBDisconnect(); }
 
 enum Door doorLook(void) {
     unsigned char id[32] = {0};

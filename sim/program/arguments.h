@@ -24,7 +24,7 @@ struct Arguments {
 
     // Of the commands that speak with a simulator that runs.
     std::string socket;
-    Json request;
+    Json request = Json::object();
     bool showsSettings = false;
 
     // Of those that have a world of their own.

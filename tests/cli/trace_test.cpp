@@ -154,8 +154,9 @@ TEST_F(Trace, OfUsbHoldsNothingOfACard) {
         words.insert(words.end(), command.begin(), command.end());
         EXPECT_FALSE(tellsTheCard(run(words).err)) << command.back();
         words.insert(words.begin() + 1, "--secrets");
-        if (command[0] == std::string("read"))
+        if (command[0] == std::string("read")) {
             EXPECT_TRUE(tellsTheCard(run(words).err)) << "nothing to be masked: " << command.back();
+        }
     }
 }
 
