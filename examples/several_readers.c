@@ -13,7 +13,8 @@ int main(void) {
         SetActDev((short)index);
         GetDevName(name);
         const int bits = GetActiveID(id, 8);
-        printf("%d  %-8s  LUID %d  %s\n", index, name, GetLUID(), bits > 0 ? "card" : "no card");
+        printf("%d  %-8s  LUID %d  %s\n", index, name, GetLUID() & 0xFFFF,
+               bits > 0 ? "card" : "no card");
     }
     USBDisconnect();
     return 0;

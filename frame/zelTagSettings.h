@@ -23,8 +23,9 @@ ZELTAGAPI_EXPORT int ReadCfg(void);
 /** Writes what was changed of the configuration to the active device and lets it commit; pauses 20
  * ms or 1.2 s for each configuration, as a proximity reader needs. To a magnetic stripe reader all
  * is written, 37 commands and 1.3 s; to a sensor the records that were set, 250 ms a block. Locks.
- * @return 1; 0 with no active device or with ZELTAGAPI_ERR_WRITE; the unsupported value for another
- * product */
+ * @return 1; 0 with no active device, or when it failed: ZELTAGAPI_ERR_WRITE then, unless the
+ * question for the beeper's volume, on which a proximity reader's pause depends, leaves its own
+ * word; the unsupported value for another product */
 ZELTAGAPI_EXPORT int WriteCfg(void);
 
 /** Returns the active device to its factory defaults, pauses as long as it needs (1.2 s, 1.3 s or,

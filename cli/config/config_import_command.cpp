@@ -40,6 +40,7 @@ public:
                            "give one of them", ""};
         if (auto failure = whyUnusable())
             return failure;
+        warnOfBrokenSeal();
         const Connection connection(options, all_ ? Need::Each : Need::Change);
         if (connection.failure())
             return orAll(*connection.failure());
@@ -56,6 +57,14 @@ private:
         const auto told = configurationsIn(import_.name);
         const auto* const failure = std::get_if<Failure>(&told);
         return failure ? Outcome(*failure) : Outcome();
+    }
+
+    // A file that was changed on purpose is loaded; who wants the seal to hold says so.
+    void warnOfBrokenSeal() const {
+        if (import_.sealed || isStripeFile(import_.name) || !hasTrailer(textOf(import_.name)))
+            return;
+        if (const auto failure = whyDamaged(import_.name, FileKind::Template))
+            warn("warning: " + failure->message + "; --sealed refuses such a file");
     }
 
     // There are several readers and none was chosen.

@@ -11,8 +11,10 @@
 #include "frame/zelTagAPI.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 namespace zel::cli {
 
@@ -58,9 +60,15 @@ Findings checkBridge(const Options& options) {
     return findings;
 }
 
+// Readers and lines then come from it, and those of the system aren't seen.
+bool hasPreloadedSimulator() {
+    const char* const preloaded = std::getenv("LD_PRELOAD");
+    return preloaded && std::string_view(preloaded).find("libzelsim") != std::string_view::npos;
+}
+
 Findings checkPlace(const Options& options) {
-    if (options.sim)
-        return {ok("simulator", "the simulated reader needs neither a driver nor permission")};
+    if (options.sim || (options.tcp.empty() && hasPreloadedSimulator()))
+        return {ok("simulator", "a simulated reader needs neither a driver nor permission")};
     if (!options.port.empty())
         return checkLine(options.port, {});
     return options.tcp.empty() ? checkUsb({}) : checkBridge(options);

@@ -20,6 +20,7 @@ const ManualText::Table kExitCodes = {
     {"64", "Wrong usage."},
     {"65", "The scenario is damaged."},
     {"66", "The scenario is missing."},
+    {"69", "No simulator listens."},
     {"73", "Output or a socket can't be written."},
     {"77", "No permission."},
 };

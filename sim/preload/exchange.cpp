@@ -6,8 +6,10 @@
 #include "sim/link/frames.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <sys/socket.h>
 #include <sys/time.h>
+#include <utility>
 
 namespace zel::sim {
 
@@ -27,6 +29,16 @@ bool receiveAll(int descriptor, std::span<std::uint8_t> room) {
     return true;
 }
 
+// Once: an application may look for devices again and again.
+void tellOfNobody() {
+    static bool isTold = false;
+    if (!std::exchange(isTold, true))
+        std::fprintf(stderr,
+                     "libzelsim: no simulator listens at %s; start one with `zelsim run`, or unset "
+                     "ZELSIM_SOCKET\n",
+                     simulatorSocket().c_str());
+}
+
 } // namespace
 
 bool Exchange::connect() {
@@ -35,7 +47,9 @@ bool Exchange::connect() {
     socket_ = connectTo(simulatorSocket(), kUsbGreeting);
     process_ = getpid();
     ++generation_;
-    if (socket_.isOpen())
+    if (!socket_.isOpen())
+        tellOfNobody();
+    else
         setsockopt(socket_.number(), SOL_SOCKET, SO_RCVTIMEO, &kPatience, sizeof kPatience);
     return socket_.isOpen();
 }

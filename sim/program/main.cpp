@@ -27,7 +27,11 @@ std::string helpFor(const CLI::App& app) {
 int runProgram(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is noticed where a line is written
     Arguments arguments;
+    const int words = argc;
     arguments.program = takeProgram(argc, argv);
+    if (argc < words && arguments.program.empty())
+        return fail({Exit::Usage, "no command stands behind --", "name one, or leave -- out"},
+                    demandsJson(argc, argv));
     const auto app = describeProgram(arguments);
     try {
         app->parse(argc, argv);

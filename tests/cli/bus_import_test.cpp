@@ -258,6 +258,18 @@ TEST_F(BusImport, ChangedSealedFileIsRefusedWithLineAndReason) {
         << refusal.err;
 }
 
+TEST_F(BusImport, ChangedSealedFileIsLoadedWithAWarningUnlessSealedIsDemanded) {
+    plugReader("a");
+    run({"config", "export", "a.txt", "--sealed"});
+    std::string text = textOf("a.txt");
+    text.replace(text.find("iIDHoldTO = 1000"), 16, "iIDHoldTO = 2000");
+    std::ofstream("a.txt") << text;
+    const CommandRun loaded = run({"config", "import", "a.txt"});
+    EXPECT_EQ(loaded.exit, ExitCode::Done);
+    EXPECT_NE(loaded.err.find("warning: a.txt is damaged: "), std::string::npos);
+    EXPECT_NE(loaded.err.find("; --sealed refuses such a file\n"), std::string::npos);
+}
+
 TEST_F(BusImport, FileWithoutASealIsRefusedAsSealed) {
     write("");
     EXPECT_EQ(run({"config", "import", "a.txt", "--sealed"}),

@@ -307,9 +307,25 @@ TEST_F(RunningZelsim, ThatIsKilledIsADeviceThatWasUnplugged) {
     EXPECT_GT(watch.finish().exit, 0) << "an exit code, not a signal";
 }
 
-TEST_F(RunningZelsim, ThatIsGoneIsNoDevice) {
+TEST_F(RunningZelsim, ThatIsGoneIsNoDeviceAndTheReasonIsToldOnce) {
     const Ended ended = zeltag({"list"});
     EXPECT_EQ(ended.exit, 69);
+    const std::string reason = "libzelsim: no simulator listens at " + socket_;
+    EXPECT_NE(ended.err.find(reason), std::string::npos);
+    EXPECT_EQ(ended.err.find(reason), ended.err.rfind(reason));
+}
+
+TEST_F(RunningZelsim, IsAllThatTheDoctorLooksAt) {
+    start();
+    const Ended ended = zeltag({"doctor"});
+    EXPECT_EQ(ended.exit, 0);
+    EXPECT_NE(ended.out.find("a simulated reader needs neither a driver nor permission"),
+              std::string::npos);
+}
+
+TEST_F(ZelsimProgram, RefusesToRunNothing) {
+    EXPECT_EQ(zelsim({"run", "--"}),
+              (Ended{64, "", "zelsim: no command stands behind --; name one, or leave -- out\n"}));
 }
 
 } // namespace

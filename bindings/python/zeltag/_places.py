@@ -40,8 +40,8 @@ class Place:
         for node in _reader_nodes():
             if os.path.exists(node) and not os.access(node, os.R_OK | os.W_OK):
                 return NoPermission(f"no permission to open the reader {node}; {UDEV_HINT}")
-        return NoDevice("no reader found; plug one in, or run the program with "
-                        "LD_PRELOAD=libzelsim.so to try a simulated one")
+        return NoDevice("no reader found; plug one in, or run the program by `zelsim run -- ...` "
+                        "to try a simulated one")
 
 
 def _reader_nodes() -> List[str]:
