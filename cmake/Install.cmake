@@ -2,11 +2,6 @@
 # What `cmake --install` puts where, and how an application finds it: pkg-config and find_package.
 # Each file belongs to one component, of which cmake/Packages.cmake makes packages: runtime,
 # development, tools, udev, python.
-if(ZEL_TESTS AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS /etc/debian_version)
-    # Packages are made of a tested build too, whatever its prefix.
-    set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE})
-endif()
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(simulator_program zelsim_program)

@@ -30,3 +30,10 @@ if(ZEL_COVERAGE)
     add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
     add_link_options(-fprofile-instr-generate)
 endif()
+
+# Where everything is installed, which zelsim knows as well: it looks for its object there.
+if(ZEL_TESTS AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS /etc/debian_version)
+    # Packages are made of a tested build too, whatever its prefix.
+    set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE})
+endif()
+include(GNUInstallDirs)

@@ -129,6 +129,17 @@ def test_missing_library_is_told():
     assert "environment variable ZELTAG_LIBRARY" in told
 
 
+def test_library_of_the_same_tree_is_found(tmp_path):
+    modules = tmp_path / "lib" / "python3" / "dist-packages"
+    shutil.copytree(pathlib.Path(zeltag.__file__).parent, modules / "zeltag")
+    folder = tmp_path / "lib" / "some-triplet"
+    folder.mkdir()
+    shutil.copy(os.environ["ZELTAG_LIBRARY"], folder / "libzelTagAPI.so.7")
+    code = "import sys, zeltag._library as l; print(l.load().path, file=sys.stderr)"
+    told = run(code, ZELTAG_LIBRARY="", LD_LIBRARY_PATH="", PYTHONPATH=str(modules))
+    assert told == f"{folder}/libzelTagAPI.so.7\n"
+
+
 def test_another_library_is_told():
     told = run("import zeltag; zeltag.connect(library='libc.so.6')")
     assert "LibraryNotFound: libc.so.6 has no BeepNow" in told

@@ -6,6 +6,7 @@ from __future__ import annotations
 import ctypes
 import ctypes.util
 import os
+import pathlib
 import sys
 from typing import Any, Iterator, List, Optional
 
@@ -55,10 +56,24 @@ def _candidates(path: Optional[str]) -> Iterator[str]:
     if told:
         yield told
         return
-    yield from _NAMES.get(sys.platform, _LINUX_NAMES)
+    names = _NAMES.get(sys.platform, _LINUX_NAMES)
+    yield from names
     found = ctypes.util.find_library("zelTagAPI")
     if found:
         yield found
+    yield from _of_the_same_tree(names)
+
+
+def _of_the_same_tree(names: List[str]) -> Iterator[str]:
+    """Beside PREFIX/lib/python3/dist-packages/zeltag lies PREFIX/lib."""
+    folders = pathlib.Path(__file__).resolve().parents
+    if len(folders) < 4:
+        return
+    folder = folders[3]
+    for name in names:
+        for place in (folder / name, *folder.glob(f"*/{name}")):
+            if place.exists():
+                yield str(place)
 
 
 def load(path: Optional[str] = None) -> Library:
