@@ -2,6 +2,7 @@
 // The subcommands and their options.
 #include "sim/program/arguments.h"
 
+#include "frame/zelTagAPI.h"
 #include "sim/bridge/address_text.h"
 #include "sim/program/commands.h"
 #include "sim/scene/kinds.h"
@@ -134,6 +135,11 @@ std::unique_ptr<CLI::App> describeProgram(Arguments& arguments) {
     auto app = std::make_unique<CLI::App>(
         "Readers, stripe readers, presence sensors and bridges without hardware.", "zelsim");
     app->set_help_flag("--help,-h", "Print this help");
+    app->set_version_flag("--version",
+                          "zelsim " + std::to_string(ZELTAGAPI_VERSION_MAJOR) + "." +
+                              std::to_string(ZELTAGAPI_VERSION_MINOR) + "." +
+                              std::to_string(ZELTAGAPI_VERSION_BUILD),
+                          "Print the version");
     app->get_formatter()->column_width(kHelpColumn);
     app->require_subcommand(1);
     addRun(*app, arguments);

@@ -3,6 +3,7 @@
 #include "sim/program/arguments.h"
 #include "sim/program/report.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -24,6 +25,18 @@ std::string helpFor(const CLI::App& app) {
            "--help` shows how";
 }
 
+// The parser tells only that none of its commands was named.
+std::string faultIn(const CLI::App& app, const CLI::ParseError& stop, int argc, char** argv) {
+    const bool isNamed = argc > 1 && *argv[1] != '-';
+    if (!isNamed)
+        return stop.what();
+    const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+    const bool isKnown =
+        std::any_of(commands.begin(), commands.end(),
+                    [argv](const CLI::App* each) { return each->get_name() == argv[1]; });
+    return isKnown ? stop.what() : std::string("unknown command ") + argv[1];
+}
+
 int runProgram(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is noticed where a line is written
     Arguments arguments;
@@ -39,8 +52,11 @@ int runProgram(int argc, char** argv) {
         std::string help = app->help();
         help.pop_back();
         return print(help, false);
+    } catch (const CLI::CallForVersion& version) {
+        return print(version.what(), false);
     } catch (const CLI::ParseError& stop) {
-        return fail({Exit::Usage, stop.what(), helpFor(*app)}, demandsJson(argc, argv));
+        return fail({Exit::Usage, faultIn(*app, stop, argc, argv), helpFor(*app)},
+                    demandsJson(argc, argv));
     }
     return arguments.command(arguments);
 }

@@ -323,6 +323,17 @@ TEST_F(RunningZelsim, IsAllThatTheDoctorLooksAt) {
               std::string::npos);
 }
 
+TEST_F(ZelsimProgram, NamesACommandThatItHasNot) {
+    EXPECT_EQ(zelsim({"frobnicate"}),
+              (Ended{64, "", "zelsim: unknown command frobnicate; `zelsim --help` shows how\n"}));
+}
+
+TEST_F(ZelsimProgram, TellsItsVersion) {
+    const Ended ended = zelsim({"--version"});
+    EXPECT_EQ(ended.exit, 0);
+    EXPECT_TRUE(ended.out.starts_with("zelsim 7.")) << ended.out;
+}
+
 TEST_F(ZelsimProgram, RefusesToRunNothing) {
     EXPECT_EQ(zelsim({"run", "--"}),
               (Ended{64, "", "zelsim: no command stands behind --; name one, or leave -- out\n"}));
