@@ -8,7 +8,7 @@ namespace zel::cli {
 
 namespace {
 
-// Inside a specification of _arguments.
+// As text in the brackets of a word that _arguments takes; those of its own end it.
 std::string inBrackets(const std::string& text) {
     return replaced(replaced(text, "[", "\\["), "]", "\\]");
 }
