@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: MIT
 """Installs a build into a folder of its own, moves it, and uses it as an integrator would."""
 
-import argparse
 import os
 import pathlib
 import shutil
@@ -10,6 +9,9 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.append(str(ROOT / "tests" / "support"))
+from run_case import run_case  # noqa: E402
+
 CMAKE, CC, CXX = (os.environ[name] for name in ("CMAKE", "CC", "CXX"))
 CARD = "26 bits, first byte 0x70\n"
 STRICT = ["-Wall", "-Wextra", "-Wpedantic", "-Werror", "-fsyntax-only"]
@@ -198,15 +200,5 @@ CASES = {case.__name__: case for case in (tree, staged, command_line, headers, p
                                           find_package, find_package_static)}
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--build", type=pathlib.Path, required=True)
-    parser.add_argument("--version", required=True)
-    parser.add_argument("--libdir", required=True)
-    parser.add_argument("case", choices=CASES)
-    told = parser.parse_args()
-    CASES[told.case](Installed(told.build.resolve(), told.version, told.libdir))
-
-
 if __name__ == "__main__":
-    main()
+    run_case(__doc__, CASES, Installed)

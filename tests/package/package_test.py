@@ -2,14 +2,17 @@
 # SPDX-License-Identifier: MIT
 """Makes the Debian packages of a build, installs them into an empty root, and uses them there."""
 
-import argparse
 import os
 import pathlib
 import re
 import shutil
 import subprocess
+import sys
 
 from packages import NAMES, ROOT, Packages, expect, need, run
+
+sys.path.append(str(ROOT / "tests" / "support"))
+from run_case import run_case  # noqa: E402
 
 CC, CMAKE, CPACK = (os.environ[name] for name in ("CC", "CMAKE", "CPACK"))
 CARD = "26 bits, first byte 0x70\n"
@@ -211,15 +214,5 @@ CASES = {case.__name__: case for case in (
     python, rules, pkg_config, pkg_config_static, find_package, find_package_static)}
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--build", type=pathlib.Path, required=True)
-    parser.add_argument("--version", required=True)
-    parser.add_argument("--libdir", required=True)
-    parser.add_argument("case", choices=CASES)
-    told = parser.parse_args()
-    CASES[told.case](Packages(told.build.resolve(), told.version, told.libdir))
-
-
 if __name__ == "__main__":
-    main()
+    run_case(__doc__, CASES, Packages)
