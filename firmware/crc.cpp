@@ -109,8 +109,7 @@ void CRC::Free() {
     tables_ = nullptr;
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the callers give their text away.
-long CRC::FileCrc32Win32(std::string text, unsigned long& result) const {
+long CRC::checksumOf(std::string_view text, unsigned long& result) const {
     std::uint64_t value = kStart;
     if (tables_) {
         const char* const end = text.data() + text.size();
@@ -121,6 +120,11 @@ long CRC::FileCrc32Win32(std::string text, unsigned long& result) const {
     return tables_ ? 0 : kNoTable;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the callers give their text away.
+long CRC::FileCrc32Win32(std::string text, unsigned long& result) const {
+    return checksumOf(text, result);
+}
+
 void CRC::CalcCrc32(unsigned char byte, unsigned long& value) const {
     if (tables_)
         value = tables_->step(value, byte);
@@ -128,7 +132,7 @@ void CRC::CalcCrc32(unsigned char byte, unsigned long& value) const {
 
 std::string CRC::getDataFromFile(const char* name) {
     std::string text;
-    const File file = openFile(name, "rb");
+    const File file = openSource(name);
     if (!file)
         return text;
     PieceReader chunks(file.get(), kLongestChunk);

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 // Computes the checksum, appends a file's trailer, and compares a trailer that it finds. A file
 // that can't be opened, a null name among them, fails each check.
@@ -20,6 +21,7 @@ public:
 
     // 0, or 23 without tables. The checksum is the low half of the result, whose high half is ones.
     long FileCrc32Win32(std::string text, unsigned long& result) const;
+    long checksumOf(std::string_view text, unsigned long& result) const;
 
     // Folds in one byte; without tables the value stays.
     void CalcCrc32(unsigned char byte, unsigned long& value) const;

@@ -3,8 +3,6 @@
 #include "firmware/piece_reader.h"
 #include "firmware/trailer.h"
 
-#include <utility>
-
 using namespace zel::firmware;
 
 namespace {
@@ -15,9 +13,9 @@ constexpr std::size_t kLongestPiece = 127;
 // Memory that stays unused is never touched.
 constexpr std::size_t kUsualText = std::size_t{1} << 21;
 
-zelFileCheck compare(CRC& crc, std::string text, const std::string& digits, int line) {
+zelFileCheck compare(CRC& crc, std::string_view text, const std::string& digits, int line) {
     unsigned long checksum = 0;
-    unsigned long status = compute(crc, std::move(text), checksum);
+    unsigned long status = compute(crc, text, checksum);
     const bool isEqual = checkBootloaderCRC(status, checksum, digits);
     return comparison(isEqual, digits, digitsOf(checksum), line);
 }
@@ -37,7 +35,7 @@ zelFileCheck find(CRC& crc, std::FILE* file) {
     for (text = pieces.wholeLines(); pieces.next(); text += pieces.wholeLines()) {
         const std::string_view piece = pieces.piece();
         if (!isFirmwareText(piece))
-            return compare(crc, std::move(text), std::string(piece), pieces.line());
+            return compare(crc, text, std::string(piece), pieces.line());
         text += piece;
     }
     if (pieces.failed())
@@ -57,7 +55,7 @@ bool zel::firmware::isFirmwareText(std::string_view piece) {
 }
 
 zelFileCheck zel::firmware::checkFirmwareTrailer(CRC& crc, const char* name) {
-    const File file = openFile(name, "rb");
+    const File file = openSource(name);
     return file ? find(crc, file.get()) : finding(ZELTAGAPI_FAULT_OPEN, 0);
 }
 
@@ -66,8 +64,9 @@ bool checkBootloaderCRC(unsigned long& status, unsigned long& checksum, std::str
     return status == 0 && digitsOf(checksum) == expected;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the callers give their text away.
 bool CRC::validateCRC(const char* digits, std::string text) {
-    return holds(compare(*this, std::move(text), digits, 0));
+    return holds(compare(*this, text, digits, 0));
 }
 
 bool CRC::pullBootloaderCRC(const char* name) { return holds(checkFirmwareTrailer(*this, name)); }

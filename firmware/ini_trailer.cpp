@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The trailer of an INI file: the line [EOF], then a last line with a key and the checksum of all
 // in front of it, both with CR LF.
+#include "base/wipe.h"
 #include "firmware/piece_reader.h"
 #include "firmware/trailer.h"
 
@@ -25,21 +26,49 @@ std::optional<std::string> valueIn(std::string_view line) {
     return std::string(value.substr(0, value.find_first_of("\r\n")));
 }
 
+// Lines that hold keys: wiped at the end and wherever they move to larger room.
+class SecretText {
+public:
+    SecretText() = default;
+    ~SecretText() { clear(); }
+    SecretText(const SecretText&) = delete;
+    SecretText& operator=(const SecretText&) = delete;
+
+    void add(std::string_view piece) {
+        if (text_.capacity() - text_.size() < piece.size())
+            grow(2 * (text_.size() + piece.size()));
+        text_ += piece;
+    }
+    std::string_view get() const { return text_; }
+
+private:
+    void grow(std::size_t room) {
+        std::string larger;
+        larger.reserve(room);
+        larger += text_;
+        clear();
+        text_ = std::move(larger);
+    }
+    void clear() { zel::wipe(text_.data(), text_.size()); }
+
+    std::string text_;
+};
+
 // A checksum of zero is one digit long.
-std::string iniDigits(CRC& crc, std::string text) {
+std::string iniDigits(CRC& crc, std::string_view text) {
     unsigned long checksum = 0;
-    compute(crc, std::move(text), checksum);
+    compute(crc, text, checksum);
     return (checksum & 0xFFFFFFFF) != 0 ? digitsOf(checksum) : "0";
 }
 
 // The trailer's second line, of pieces that stand behind the first one.
-zelFileCheck compare(CRC& crc, PieceReader& pieces, std::string text) {
+zelFileCheck compare(CRC& crc, PieceReader& pieces, std::string_view text) {
     const auto told = pieces.next() ? valueIn(pieces.piece()) : std::nullopt;
     const int line = pieces.line();
     if (!told)
         return finding(ZELTAGAPI_FAULT_TRAILER, line);
     const bool isLast = !pieces.next();
-    const std::string computed = iniDigits(crc, std::move(text));
+    const std::string computed = iniDigits(crc, text);
     zelFileCheck check = comparison(*told == computed, *told, computed, line);
     if (!isLast && holds(check)) {
         check.fault = ZELTAGAPI_FAULT_BEHIND;
@@ -55,14 +84,14 @@ bool resemblesEnd(std::string_view piece) {
 
 zelFileCheck find(CRC& crc, std::FILE* file) {
     PieceReader pieces(file, kLongestPiece);
-    std::string text;
+    SecretText text;
     int damaged = 0;
     while (pieces.next()) {
         if (pieces.piece() == kEnd)
-            return compare(crc, pieces, std::move(text));
+            return compare(crc, pieces, text.get());
         if (resemblesEnd(pieces.piece()))
             damaged = pieces.line();
-        text += pieces.piece();
+        text.add(pieces.piece());
     }
     if (pieces.failed())
         return finding(ZELTAGAPI_FAULT_OPEN, 0);
@@ -74,17 +103,20 @@ zelFileCheck find(CRC& crc, std::FILE* file) {
 bool zel::firmware::endsInCrLf(std::string_view piece) { return piece.ends_with("\r\n"); }
 
 zelFileCheck zel::firmware::checkIniTrailer(CRC& crc, const char* name) {
-    const File file = openFile(name, "rb");
+    const File file = openSource(name);
     return file ? find(crc, file.get()) : finding(ZELTAGAPI_FAULT_OPEN, 0);
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the callers give their text away.
 bool CRC::checkIniCRC(const char* stored, const char* behind, std::string text) {
-    return iniDigits(*this, std::move(text)) == stored && !behind;
+    return iniDigits(*this, text) == stored && !behind;
 }
 
 bool CRC::generateAndCheckIniCRC(std::FILE* file, std::string text) {
     PieceReader pieces(file, kLongestPiece);
-    return holds(compare(*this, pieces, std::move(text)));
+    return holds(compare(*this, pieces, text));
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 bool CRC::pullIniCRC(const char* name) { return holds(checkIniTrailer(*this, name)); }

@@ -4,6 +4,7 @@
 #include "firmware/piece_reader.h"
 
 #include "base/runtime.h"
+#include "base/wipe.h"
 
 #include <algorithm>
 #include <climits>
@@ -28,8 +29,17 @@ File openFile(const char* name, const char* mode) {
     return File(name && fopen_s(&file, name, mode) == 0 ? file : nullptr);
 }
 
+File openSource(const char* name) {
+    File file = openFile(name, "rb");
+    if (file)
+        std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    return file;
+}
+
 PieceReader::PieceReader(std::FILE* file, std::size_t longest)
     : file_(file), longest_(longest), block_(new char[kBlock]) {}
+
+PieceReader::~PieceReader() { wipe(block_.get(), most_); }
 
 int PieceReader::line() const { return static_cast<int>(std::min<std::size_t>(line_, INT_MAX)); }
 
@@ -38,6 +48,7 @@ void PieceReader::fill() {
     end_ = held();
     begin_ = 0;
     end_ += std::fread(block_.get() + end_, 1, kBlock - end_, file_);
+    most_ = std::max(most_, end_);
     hasZeroByte_ = std::memchr(block_.get(), '\0', end_) != nullptr;
 }
 

@@ -17,12 +17,18 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 // Null for a file that can't be opened, and for a null name.
 File openFile(const char* name, const char* mode);
 
+// A file for a PieceReader, whose block is then the only one that its bytes pass.
+File openSource(const char* name);
+
 // A piece ends with its line feed, with `longest` bytes or with the file, whatever comes first, and
 // is told as a C string: up to its first zero byte. Views hold until the next call.
 class PieceReader {
 public:
     // Reads the stream from where it stands and reads ahead.
     PieceReader(std::FILE* file, std::size_t longest);
+    ~PieceReader(); // wipes what it read: a file of keys passes it too
+    PieceReader(const PieceReader&) = delete;
+    PieceReader& operator=(const PieceReader&) = delete;
 
     // False when nothing is left; then the piece is empty and its line stays.
     bool next();
@@ -47,6 +53,7 @@ private:
     std::unique_ptr<char[]> block_;
     std::size_t begin_ = 0; // of what isn't told yet
     std::size_t end_ = 0;
+    std::size_t most_ = 0; // the most that the block held
     std::size_t line_ = 0;
     bool hasZeroByte_ = false;
     bool startsLine_ = true; // the next piece is the first of its line

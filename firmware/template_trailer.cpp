@@ -6,7 +6,6 @@
 #include "firmware/trailer.h"
 
 #include <optional>
-#include <utility>
 
 using namespace zel::firmware;
 
@@ -77,7 +76,7 @@ private:
 
     zelFileCheck compare(const std::string& digits) {
         unsigned long checksum = 0;
-        compute(crc_, std::move(text_), checksum);
+        compute(crc_, text_, checksum);
         const std::string computed = digitsOf(checksum);
         return comparison(digits == computed, digits, computed, pieces_.line());
     }
@@ -92,7 +91,7 @@ private:
 } // namespace
 
 zelFileCheck zel::firmware::checkTemplateTrailer(CRC& crc, const char* name) {
-    const File file = openFile(name, "rb");
+    const File file = openSource(name);
     return file ? TemplateTrailer(crc, file.get()).find() : finding(ZELTAGAPI_FAULT_OPEN, 0);
 }
 

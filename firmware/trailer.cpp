@@ -2,8 +2,6 @@
 // Findings that the readers of the three trailers share.
 #include "firmware/trailer.h"
 
-#include <utility>
-
 namespace zel::firmware {
 
 namespace {
@@ -39,9 +37,9 @@ zelFileCheck comparison(bool isEqual, std::string_view told, std::string_view co
     return check;
 }
 
-unsigned long compute(CRC& crc, std::string text, unsigned long& checksum) {
+unsigned long compute(CRC& crc, std::string_view text, unsigned long& checksum) {
     crc.Init();
-    const long status = crc.FileCrc32Win32(std::move(text), checksum);
+    const long status = crc.checksumOf(text, checksum);
     crc.Free();
     return static_cast<unsigned long>(status);
 }

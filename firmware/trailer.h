@@ -30,7 +30,7 @@ zelFileCheck finding(zelFileFault fault, int line);
 zelFileCheck comparison(bool isEqual, std::string_view told, std::string_view computed, int line);
 
 // One computation: the status.
-unsigned long compute(CRC& crc, std::string text, unsigned long& checksum);
+unsigned long compute(CRC& crc, std::string_view text, unsigned long& checksum);
 
 // The low 32 bits as eight upper-case digits.
 std::string digitsOf(unsigned long checksum);

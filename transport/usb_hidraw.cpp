@@ -196,12 +196,12 @@ int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* 
     std::memset(report, 0, length);
     report[0] = reportId;
     const int received = ioctl(toDescriptor(handle), HIDIOCGFEATURE(length), report);
-    if (received < 0)
-        return 0;
-    *size = std::clamp<long>(received - 1L, 0, *size);
-    std::copy_n(report + 1, *size, data);
+    if (received >= 0) {
+        *size = std::clamp<long>(received - 1L, 0, *size);
+        std::copy_n(report + 1, *size, data);
+    }
     zel::wipe(report, length);
-    return 1;
+    return received >= 0 ? 1 : 0;
 }
 
 constexpr UsbBackend kBackend = {start,  stop,  list,       ids,       open,

@@ -2,6 +2,7 @@
 // Pages of eight bytes, asked for and sent one by one; on a stream all at once.
 #include "family/tag/field_data.h"
 
+#include "base/wipe.h"
 #include "family/tag/blocks.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
@@ -153,8 +154,8 @@ void WriteHashKeyBlock(tsTagCfg* config, int, unsigned char selector) {
         return;
     }
     for (std::uint8_t page = 0; page < 2; ++page) {
-        Payload data;
-        std::copy_n(key + page * kPayloadSize, kPayloadSize, data.begin());
-        sendPage(zel::activeRecord(), command(Opcode::Page, page, selector), data);
+        zel::Wiped<Payload> data;
+        std::copy_n(key + page * kPayloadSize, kPayloadSize, data.area.begin());
+        sendPage(zel::activeRecord(), command(Opcode::Page, page, selector), data.area);
     }
 }
