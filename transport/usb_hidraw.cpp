@@ -25,8 +25,8 @@ namespace {
 
 constexpr char kClassFolder[] = "/sys/class/hidraw";
 constexpr std::string_view kNodePrefix = "hidraw";
-constexpr std::size_t kAttributeSize = 4096; // sysfs hands out one page at most
-constexpr long kMaxReportSize = 4096;        // bytes behind the report ID
+constexpr std::size_t kAttributeSize = 4096;   // sysfs hands out one page at most
+constexpr unsigned long kMaxReportSize = 4096; // bytes behind the report ID
 
 struct Node {
     unsigned number;
@@ -174,10 +174,12 @@ void* open(int index, char* name) {
 
 void close(void* handle) { ::close(toDescriptor(handle)); }
 
+bool fits(long size) { return static_cast<unsigned long>(size) <= kMaxReportSize; }
+
 // The kernel wants the report ID in front of the data, also ID 0, and answers with it.
 int setFeature(void* handle, unsigned char reportId, const unsigned char* data, long size) {
     unsigned char report[1 + kMaxReportSize];
-    if (size < 0 || size > kMaxReportSize)
+    if (!fits(size))
         return 0;
     const bool addId = reportId == 0;
     report[0] = 0;
@@ -190,7 +192,7 @@ int setFeature(void* handle, unsigned char reportId, const unsigned char* data, 
 
 int getFeature(void* handle, unsigned char reportId, unsigned char* data, long* size) {
     unsigned char report[1 + kMaxReportSize];
-    if (*size < 0 || *size > kMaxReportSize)
+    if (!fits(*size))
         return 0;
     const auto length = static_cast<std::size_t>(*size + 1);
     std::memset(report, 0, length);

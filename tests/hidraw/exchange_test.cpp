@@ -126,6 +126,14 @@ TEST_F(HidrawExchange, TriesARefusedSetSixTimes) {
     EXPECT_EQ(takePausedMicroseconds(), kSixPauses);
 }
 
+TEST_F(HidrawExchange, SendsNoReportBeyond4096Bytes) {
+    std::vector<unsigned char> report(1 + 4097);
+    EXPECT_EQ(UsbDriver_SendFR(4097, 0, report.data()), 0);
+    EXPECT_EQ(UsbDriver_RecvFR(4097, 0, report.data()), 0);
+    EXPECT_EQ(reports(*reader), "");
+    EXPECT_EQ(takePausedMicroseconds(), kSixPauses);
+}
+
 TEST_F(HidrawExchange, ReadsAgainAfterARefusal) {
     reader->behave({.getError = EPIPE});
     readCard();
