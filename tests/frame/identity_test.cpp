@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "family/tag/tag.h"
 #include "tests/support/library_test.h"
 
 #include <cstring>
@@ -8,6 +9,7 @@ using namespace zel::test;
 namespace {
 class Identity : public LibraryTest {};
 class ActiveDevice : public LibraryTest {};
+class TagActiveDevice : public LibraryTest {};
 class Disconnect : public LibraryTest {};
 } // namespace
 
@@ -151,4 +153,22 @@ TEST_F(Disconnect, ClosesNothingForAHandleOfZero) {
     DevDat[0].hDev = nullptr;
     USBDisconnect();
     EXPECT_EQ(bus().takeTrace(), "");
+}
+
+TEST_F(TagActiveDevice, IsChosenWithinTheTable) {
+    iDevsFnd = 3;
+    EXPECT_EQ(zeltag_GetDevCnt(), 3);
+    EXPECT_EQ(zeltag_SetActDev(2), 1);
+    EXPECT_EQ(zeltag_GetActDev(), 2);
+}
+
+TEST_F(TagActiveDevice, StaysWhereTheIndexIsOutside) {
+    iDevsFnd = 3;
+    iActDev = 1;
+    for (const int outside : {-1, 3, 127, 32767})
+        EXPECT_EQ(zeltag_SetActDev(static_cast<short>(outside)), 0) << outside;
+    iDevsFnd = 300;
+    EXPECT_EQ(zeltag_SetActDev(127), 0) << "beyond the table itself";
+    EXPECT_EQ(zeltag_GetActDev(), 1);
+    iDevsFnd = 0;
 }

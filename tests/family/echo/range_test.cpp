@@ -144,3 +144,9 @@ TEST_F(EchoHalt, IsAWordInMemoryToTheExportedFlags) {
     EXPECT_EQ(echo().bEchoHalt, 2U);
     EXPECT_EQ(bus().takeTrace(), "");
 }
+
+TEST_F(EchoHalt, OfTheFamilysFlagsNeedsARecord) {
+    EXPECT_EQ(zelecho_GetFlags(nullptr), 0);
+    EXPECT_EQ(zelecho_SetFlags(nullptr), 0);
+    EXPECT_EQ(bus().takeTrace(), "");
+}

@@ -51,6 +51,12 @@ TEST_F(EchoConnect, OnAnEmptyTableEndsOnDeviceZero) {
     EXPECT_EQ(GetActDev(), 0);
 }
 
+TEST_F(EchoConnect, HasASecondNameForItself) {
+    iDevsFnd = 3;
+    EXPECT_EQ(zelecho_usbConnect(), 0);
+    EXPECT_EQ(GetActDev(), 2);
+}
+
 TEST_F(EchoConnect, HasNoSerialForm) {
     SetDevTypeSrch(1);
     EXPECT_EQ(zelecho_USBConnect(), 0);
