@@ -129,9 +129,13 @@ TEST_F(AsciiConfigurationRead, TellsTheStatesOfTheLedsOnlyWhereTheApplicationCon
     readWith("out.led=255");
     EXPECT_EQ(config().sLEDCtrl.bAppCtrlsLED, 0);
     EXPECT_EQ(config().sLEDCtrl.iRedLEDState, 1) << "left alone";
-    readWith("out.led=3");
+    readWith("out.led=2");
     EXPECT_EQ(config().sLEDCtrl.bAppCtrlsLED, 1);
+    EXPECT_EQ(config().sLEDCtrl.iRedLEDState, 0);
     EXPECT_EQ(config().sLEDCtrl.iGrnLEDState, 1);
+    readWith("out.led=5");
+    EXPECT_EQ(config().sLEDCtrl.iRedLEDState, 1);
+    EXPECT_EQ(config().sLEDCtrl.iGrnLEDState, 0) << "further bits are none of its";
 }
 
 TEST_F(AsciiConfigurationRead, PutsCountsOutOfRangeToTheirLeast) {
