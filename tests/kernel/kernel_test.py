@@ -1,0 +1,90 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Boots Debian's kernel in a virtual machine and runs one case of the guest's programs there."""
+
+import argparse
+import pathlib
+import shutil
+import sys
+
+import kernel_package
+from initramfs import Initramfs
+from machine import QEMU, Machine, need
+
+HERE = pathlib.Path(__file__).resolve().parent
+EXAMPLES = HERE.parents[1] / "examples"
+BUSYBOX = pathlib.Path("/bin/busybox")
+SKIPPED = 77
+HID = ",".join(kernel_package.HID_MODULES)
+HID_AND_USB = ",".join(kernel_package.HID_MODULES + kernel_package.USB_MODULES)
+
+
+def skip(reason):
+    print(f"skipped: {reason}")
+    sys.exit(SKIPPED)
+
+
+class Files:
+    """Where a build's virtual machine lies."""
+
+    def __init__(self, build, cache):
+        self.build = build
+        self.cache = cache
+        self.kernel = cache / "kernel"
+        self.initramfs = build / "kernel.cpio"
+
+    def make(self):
+        """Fetches the kernel and packs what the guest runs."""
+        if shutil.which(QEMU) is None:
+            skip(f"no {QEMU} (Debian: qemu-system-x86)")
+        if not BUSYBOX.exists():
+            skip("no busybox (Debian: busybox-static)")
+        try:
+            kernel_package.fetch(self.cache)
+        except kernel_package.Unavailable as problem:
+            skip(f"no kernel: {problem}")
+        self.pack()
+
+    def pack(self):
+        root = Initramfs()
+        root.add_file(HERE / "guest" / "init", "init")
+        root.add_file(BUSYBOX, "bin/busybox")
+        for module in self.kernel.glob("*.ko"):
+            root.add_file(module, f"modules/{module.name}")
+        for program in ("zeltag", "zelsim", "zel_kernel_guest"):
+            root.add_program(self.build / "bin" / program)
+        root.add_file(EXAMPLES / "firmware.hex", "share/firmware.hex", executable=False)
+        root.write(self.initramfs)
+
+    def machine(self):
+        if not self.initramfs.exists():
+            skip("no virtual machine; the case `make` tells why")
+        return Machine(self.kernel, self.initramfs)
+
+
+def run_suite(files, suite, modules=HID):
+    """A suite of the guest's tests, where waits cost nothing."""
+    machine = files.machine()
+    machine.count_instructions()
+    need(machine.run(CASE="zel_kernel_guest", GTEST_FILTER=f"{suite}.*",
+                     GTEST_COLOR="no", MODULES=modules))
+
+
+CASES = {
+    "make": Files.make,
+    "uhid": lambda files: run_suite(files, "UhidReader"),
+    "unplug": lambda files: run_suite(files, "*UnpluggedReader"),
+}
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--build", type=pathlib.Path, required=True)
+    parser.add_argument("--cache", type=pathlib.Path, required=True)
+    parser.add_argument("case", choices=CASES)
+    told = parser.parse_args()
+    CASES[told.case](Files(told.build.resolve(), told.cache.resolve()))
+
+
+if __name__ == "__main__":
+    main()
