@@ -4,6 +4,7 @@
 
 import argparse
 import pathlib
+import re
 import shutil
 import sys
 
@@ -68,12 +69,14 @@ def run_suite(files, suite, modules=HID):
     machine.count_instructions()
     need(machine.run(CASE="zel_kernel_guest", GTEST_FILTER=f"{suite}.*",
                      GTEST_COLOR="no", MODULES=modules))
+    need(re.search(r"\[=+\] Running [1-9]", "\n".join(machine.lines)))  # at least one test
 
 
 CASES = {
     "make": Files.make,
     "uhid": lambda files: run_suite(files, "UhidReader"),
     "unplug": lambda files: run_suite(files, "*UnpluggedReader"),
+    "usbhid": lambda files: run_suite(files, "KernelUsbReader", HID_AND_USB),
 }
 
 
