@@ -49,6 +49,7 @@ class Files:
     def pack(self):
         root = Initramfs()
         root.add_file(HERE / "guest" / "init", "init")
+        root.add_file(HERE / "guest" / "command_line.sh", "bin/command_line.sh")
         root.add_file(BUSYBOX, "bin/busybox")
         for module in self.kernel.glob("*.ko"):
             root.add_file(module, f"modules/{module.name}")
@@ -63,6 +64,12 @@ class Files:
         return Machine(self.kernel, self.initramfs)
 
 
+def run_command_line(files):
+    machine = files.machine()
+    machine.count_instructions()
+    need(machine.run(CASE="command_line.sh", MODULES=HID))
+
+
 def run_suite(files, suite, modules=HID):
     """A suite of the guest's tests, where waits cost nothing."""
     machine = files.machine()
@@ -74,6 +81,7 @@ def run_suite(files, suite, modules=HID):
 
 CASES = {
     "make": Files.make,
+    "command_line": run_command_line,
     "uhid": lambda files: run_suite(files, "UhidReader"),
     "unplug": lambda files: run_suite(files, "*UnpluggedReader"),
     "usbhid": lambda files: run_suite(files, "KernelUsbReader", HID_AND_USB),
