@@ -6,11 +6,16 @@ import argparse
 import pathlib
 import re
 import shutil
+import socket
+import subprocess
 import sys
+import tempfile
+import threading
 
 import kernel_package
 from initramfs import Initramfs
 from machine import QEMU, Machine, need
+from paced_line import PacedLine
 
 HERE = pathlib.Path(__file__).resolve().parent
 EXAMPLES = HERE.parents[1] / "examples"
@@ -64,6 +69,59 @@ class Files:
         return Machine(self.kernel, self.initramfs)
 
 
+LINE_SCENARIO = """format = 1
+[[device]]
+name = "till"
+kind = "zelTag"
+at = "/dev/ttySIM1"
+luid = 11
+[[event]]
+at = 0
+tap = "26:3512"
+"""
+
+
+class Simulator:
+    """A zelsim on this side, with a reader at the end of a line."""
+
+    def __init__(self, program):
+        self.folder = tempfile.TemporaryDirectory()
+        scenario = pathlib.Path(self.folder.name) / "scenario.toml"
+        scenario.write_text(LINE_SCENARIO, encoding="utf-8")
+        self.path = f"{self.folder.name}/socket"
+        self.process = subprocess.Popen([program, "run", scenario, "--socket", self.path],
+                                        stdout=subprocess.PIPE)
+        self.process.stdout.readline()  # it listens
+
+    def line(self):
+        end = socket.socket(socket.AF_UNIX)
+        end.connect(self.path)
+        end.sendall(b"line /dev/ttySIM1\n")
+        need(end.recv(3) == b"ok\n")
+        return end
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.terminate()
+        self.process.wait()
+        self.folder.cleanup()
+
+
+def run_serial(files):
+    """Time is real here: a line has its own."""
+    machine = files.machine()
+    with Simulator(files.build / "bin" / "zelsim") as simulator:
+        line = PacedLine(simulator.line())
+        orders, guest_orders = socket.socketpair()
+        machine.add_line("line", line.guest.fileno())
+        machine.add_line("orders", guest_orders.fileno())
+        line.start()
+        threading.Thread(target=line.obey, args=(orders,), daemon=True).start()
+        run_tests(machine, "*PacedLine", "")
+
+
 def run_command_line(files):
     machine = files.machine()
     machine.count_instructions()
@@ -74,6 +132,10 @@ def run_suite(files, suite, modules=HID):
     """A suite of the guest's tests, where waits cost nothing."""
     machine = files.machine()
     machine.count_instructions()
+    run_tests(machine, suite, modules)
+
+
+def run_tests(machine, suite, modules):
     need(machine.run(CASE="zel_kernel_guest", GTEST_FILTER=f"{suite}.*",
                      GTEST_COLOR="no", MODULES=modules))
     need(re.search(r"\[=+\] Running [1-9]", "\n".join(machine.lines)))  # at least one test
@@ -84,6 +146,7 @@ CASES = {
     "command_line": run_command_line,
     "uhid": lambda files: run_suite(files, "UhidReader"),
     "unplug": lambda files: run_suite(files, "*UnpluggedReader"),
+    "serial": run_serial,
     "usbhid": lambda files: run_suite(files, "KernelUsbReader", HID_AND_USB),
 }
 
