@@ -3,6 +3,7 @@
 """Boots Debian's kernel in a virtual machine and runs one case of the guest's programs there."""
 
 import argparse
+import os
 import pathlib
 import re
 import shutil
@@ -21,6 +22,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 EXAMPLES = HERE.parents[1] / "examples"
 BUSYBOX = pathlib.Path("/bin/busybox")
 SKIPPED = 77
+SHORT_STORM = 300  # cycles
 HID = ",".join(kernel_package.HID_MODULES)
 HID_AND_USB = ",".join(kernel_package.HID_MODULES + kernel_package.USB_MODULES)
 
@@ -58,7 +60,7 @@ class Files:
         root.add_file(BUSYBOX, "bin/busybox")
         for module in self.kernel.glob("*.ko"):
             root.add_file(module, f"modules/{module.name}")
-        for program in ("zeltag", "zelsim", "zel_kernel_guest"):
+        for program in ("zeltag", "zelsim", "zel_kernel_guest", "zel_kernel_storm"):
             root.add_program(self.build / "bin" / program)
         root.add_file(EXAMPLES / "firmware.hex", "share/firmware.hex", executable=False)
         root.write(self.initramfs)
@@ -122,6 +124,11 @@ def run_serial(files):
         run_tests(machine, "*PacedLine", "")
 
 
+def run_storm(files):
+    run_tests(files.machine(), "PlugStorm", HID, "zel_kernel_storm",
+              CYCLES=os.environ.get("CYCLES", SHORT_STORM))
+
+
 def run_command_line(files):
     machine = files.machine()
     machine.count_instructions()
@@ -135,9 +142,9 @@ def run_suite(files, suite, modules=HID):
     run_tests(machine, suite, modules)
 
 
-def run_tests(machine, suite, modules):
-    need(machine.run(CASE="zel_kernel_guest", GTEST_FILTER=f"{suite}.*",
-                     GTEST_COLOR="no", MODULES=modules))
+def run_tests(machine, suite, modules, program="zel_kernel_guest", **variables):
+    need(machine.run(CASE=program, GTEST_FILTER=f"{suite}.*", GTEST_COLOR="no", MODULES=modules,
+                     **variables))
     need(re.search(r"\[=+\] Running [1-9]", "\n".join(machine.lines)))  # at least one test
 
 
@@ -147,6 +154,7 @@ CASES = {
     "uhid": lambda files: run_suite(files, "UhidReader"),
     "unplug": lambda files: run_suite(files, "*UnpluggedReader"),
     "serial": run_serial,
+    "storm": run_storm,
     "usbhid": lambda files: run_suite(files, "KernelUsbReader", HID_AND_USB),
 }
 

@@ -2,6 +2,7 @@
 // Starts the program, and speaks to its socket.
 #include "tests/kernel/guest/simulator.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -12,17 +13,20 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace zel::test {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr char kSocket[] = "/tmp/zelsim.sock";
 constexpr char kScenario[] = "/tmp/scenario.toml";
 constexpr char kNodes[] = "/sys/class/hidraw";
 constexpr int kPolls = 60'000;
-constexpr useconds_t kPoll = 1000; // microseconds
+constexpr std::chrono::milliseconds kPoll(1);
 
 pid_t start(bool hasScenario) {
     const pid_t process = fork();
@@ -44,7 +48,7 @@ int connectToSocket() {
         if (connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
             return fd;
         close(fd);
-        usleep(kPoll);
+        std::this_thread::sleep_for(kPoll);
     }
     return -1;
 }
@@ -66,17 +70,16 @@ std::string receiveLine(int fd) {
 int countNodes() {
     std::error_code none;
     int count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(kNodes, none))
-        ++count;
+    for (const auto& entry : fs::directory_iterator(kNodes, none))
+        count += fs::exists("/dev" / entry.path().filename(), none) ? 1 : 0;
     return count;
 }
 
 bool waitForNodes(int count) {
     for (int i = 0; i < kPolls; ++i) {
-        const std::string last = "/dev/hidraw" + std::to_string(count - 1);
-        if (countNodes() == count && (count == 0 || access(last.c_str(), F_OK) == 0))
+        if (countNodes() == count)
             return true;
-        usleep(kPoll);
+        std::this_thread::sleep_for(kPoll);
     }
     return false;
 }

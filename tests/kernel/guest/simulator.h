@@ -28,7 +28,8 @@ private:
     int socket_ = -1;
 };
 
-// How many hidraw nodes the kernel has.
+// How many hidraw nodes there are, in sysfs and in /dev. Their numbers have gaps: that of a reader
+// that left stays taken until the last program closes it.
 int countNodes();
 
 // Waits until there are so many; false after a minute.
