@@ -155,6 +155,7 @@ CASES = {
     "unplug": lambda files: run_suite(files, "*UnpluggedReader"),
     "serial": run_serial,
     "storm": run_storm,
+    "cost": lambda files: run_suite(files, "ReadCost"),
     "usbhid": lambda files: run_suite(files, "KernelUsbReader", HID_AND_USB),
 }
 
