@@ -27,7 +27,8 @@ def output(*command, cwd=None):
     try:
         return subprocess.run(command, cwd=cwd, check=True, capture_output=True, text=True).stdout
     except (OSError, subprocess.CalledProcessError) as error:
-        raise Unavailable(f"{' '.join(command)}: {getattr(error, 'stderr', '') or error}") from error
+        reason = getattr(error, "stderr", "") or error
+        raise Unavailable(f"{' '.join(command)}: {reason}") from error
 
 
 def package_name():
@@ -53,38 +54,43 @@ def unpacked_image(packed):
     raise Unavailable("the package's kernel isn't packed by xz")
 
 
-def keep(member, read, folder):
+def keep(member, read, kept):
     path = pathlib.PurePosixPath(member)
     if path.match("boot/vmlinuz-*"):
-        (folder / IMAGE).write_bytes(unpacked_image(read()))
+        (kept / IMAGE).write_bytes(unpacked_image(read()))
     elif path.suffix == ".ko" and path.stem in HID_MODULES + USB_MODULES:
-        (folder / path.name).write_bytes(read())
+        (kept / path.name).write_bytes(read())
 
 
-def unpack(package, folder):
+def unpack(package, kept):
     with subprocess.Popen(["dpkg-deb", "--fsys-tarfile", package], stdout=subprocess.PIPE) as files:
         with tarfile.open(fileobj=files.stdout, mode="r|") as tar:
             for member in tar:
                 if member.isfile():
-                    keep(member.name, lambda file=member: tar.extractfile(file).read(), folder)
+                    keep(member.name, lambda file=member: tar.extractfile(file).read(), kept)
     for name in (IMAGE, *(f"{module}.ko" for module in HID_MODULES + USB_MODULES)):
-        if not (folder / name).exists():
+        if not (kept / name).exists():
             raise Unavailable(f"{package.name} has no {name}")
 
 
+def folder(cache):
+    """Where a cache has its kernel."""
+    return cache / "kernel"
+
+
 def fetch(cache):
-    """The folder of the kernel in the cache, which is filled when it is empty."""
-    kernel = cache / "kernel"
+    """The folder of the cache's kernel, which is downloaded when it isn't there."""
+    kernel = folder(cache)
     if kernel.exists():
         return kernel
     cache.mkdir(parents=True, exist_ok=True)
-    with tempfile.TemporaryDirectory(dir=cache) as scratch:
-        folder = pathlib.Path(scratch)
-        output("apt-get", "download", package_name(), cwd=folder)
-        package = next(folder.glob("linux-image-*.deb"))
-        (folder / "kept").mkdir()
-        unpack(package, folder / "kept")
-        (folder / "kept").rename(kernel)  # whole or not at all
+    with tempfile.TemporaryDirectory(dir=cache) as name:
+        scratch = pathlib.Path(name)
+        output("apt-get", "download", package_name(), cwd=scratch)
+        kept = scratch / "kept"
+        kept.mkdir()
+        unpack(next(scratch.glob("linux-image-*.deb")), kept)
+        kept.rename(kernel)  # whole or not at all
     return kernel
 
 

@@ -1,8 +1,7 @@
 # SPDX-License-Identifier: MIT
-"""A virtual machine that boots Debian's kernel, runs one case and tells whether it passed."""
+"""A virtual machine that boots Debian's kernel, runs a program and tells whether it passed."""
 
 import subprocess
-import sys
 
 import kernel_package
 
@@ -35,27 +34,22 @@ class Machine:
                          "-serial", f"chardev:{name}"]
         self.inherited.append(descriptor)
 
-    def command(self, case):
+    def command(self, words):
         return [QEMU, "-accel", "tcg", "-M", "pc", "-m", MEMORY, "-nodefaults", "-no-user-config",
                 "-display", "none", "-no-reboot", "-device", "isa-debug-exit,iobase=0xf4",
                 "-serial", "stdio", *self.devices,
                 "-kernel", str(self.kernel / kernel_package.IMAGE),
                 "-initrd", str(self.initramfs),
-                "-append", f"{KERNEL_OPTIONS} {case}"]
+                "-append", f"{KERNEL_OPTIONS} {words}"]
 
-    def run(self, **variables):
-        """The case by its variables, which are environment of the guest's first program."""
-        case = " ".join(f"{name}={value}" for name, value in variables.items())
-        with subprocess.Popen(self.command(case), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              pass_fds=self.inherited) as process:
+    def run(self, program, modules, **variables):
+        """Whether the program passed, with these modules loaded and these variables set."""
+        variables |= {"CASE": program, "MODULES": ",".join(modules)}
+        words = " ".join(f"{name}={value}" for name, value in variables.items())
+        with subprocess.Popen(self.command(words), stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, pass_fds=self.inherited) as process:
             for line in process.stdout:
                 text = line.decode(errors="replace").rstrip()
                 print(text, flush=True)
                 self.lines.append(text)
         return process.returncode == PASSED
-
-
-def need(passed):
-    """Ends this program with a failure where something didn't hold."""
-    if not passed:
-        sys.exit(1)

@@ -19,7 +19,7 @@ expect() {
 
 # start ARGUMENTS...: a simulator, and its node.
 start() {
-    zelsim run --uhid --socket "$ZELSIM_SOCKET" "$@" >/dev/null &
+    zelsim run --uhid --socket "$ZELSIM_SOCKET" "$@" >started.txt &
     until [ -e /dev/hidraw0 ]; do sleep 0.01; done
 }
 
@@ -37,6 +37,7 @@ luid = 7
 firmware = "3.2"
 SCENARIO
 start door.toml
+expect 'listening on /tmp/zelsim.sock; try: zeltag list' cat started.txt
 
 expect 'INDEX  NAME          PRODUCT   LUID  FIRMWARE  CONFIGS
     0  /dev/hidraw0  zelTag       7  3.2             1' zeltag list
