@@ -63,6 +63,7 @@ waiting=$!
 zeltag read --watch >watch.txt 2>&1 &
 watching=$!
 until grep -qs card watch.txt; do sleep 0.1; done
+expect '1' sh -c 'zeltag doctor 2>/dev/null | grep -c "held .*/dev/hidraw0 is open in zeltag"'
 zelsim unplug >/dev/null
 wait "$waiting" || failed=1
 wait "$watching"
