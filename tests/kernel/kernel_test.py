@@ -27,11 +27,11 @@ def run_tests(machine, suite, program="zel_kernel_guest", modules=HID_MODULES, *
     need(re.search(r"\[=+\] Running [1-9]", "\n".join(machine.lines)))  # at least one test
 
 
-def run_timeless(files, suite, modules=HID_MODULES):
-    """A suite whose waits cost nothing."""
+def run_timeless(files, suite, **options):
+    """A suite whose waits cost nothing, and whose runs are all alike."""
     machine = files.machine()
     machine.count_instructions()
-    run_tests(machine, suite, modules=modules)
+    run_tests(machine, suite, **options)
 
 
 def run_command_line(files, _):
@@ -57,12 +57,13 @@ CASES = {
     "make": lambda files, _: files.make(),
     "uhid": lambda files, _: run_timeless(files, "UhidReader"),
     "unplug": lambda files, _: run_timeless(files, "UnpluggedReader"),
-    "usbhid": lambda files, _: run_timeless(files, "KernelUsbReader", HID_MODULES + USB_MODULES),
+    "usbhid": lambda files, _: run_timeless(files, "KernelUsbReader",
+                                           modules=HID_MODULES + USB_MODULES),
     "cost": lambda files, _: run_timeless(files, "ReadCost"),
     "command_line": run_command_line,
     "serial": run_serial,
-    "storm": lambda files, cycles: run_tests(files.machine(), "PlugStorm", "zel_kernel_storm",
-                                             CYCLES=cycles),
+    "storm": lambda files, cycles: run_tests(files.machine(), "PlugStorm",
+                                             program="zel_kernel_storm", CYCLES=cycles),
 }
 
 

@@ -105,7 +105,7 @@ TEST_P(UnpluggedReader, IsToldAndComesBack) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Behind, UnpluggedReader, ::testing::ValuesIn(kSteps),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& step) { return std::string(step.param.name); });
 
 } // namespace
 
