@@ -30,6 +30,7 @@ class GuestFiles:
         self.initramfs = build / "kernel.cpio"
 
     def make(self):
+        self.initramfs.unlink(missing_ok=True)  # of programs that were
         if shutil.which(QEMU) is None:
             skip(f"no {QEMU} (Debian: qemu-system-x86)")
         if not BUSYBOX.exists():
