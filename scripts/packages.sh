@@ -42,3 +42,11 @@ need_packages() {
     rm -f "$log"
     fail "These packages can't be had: ${missing[*]}. Check the network and the apt sources, then run this again."
 }
+
+# The kernel that tests/kernel boot, downloaded but not installed; without it they are skipped.
+need_kernel() {
+    local fetch=(python3 tests/kernel/kernel_package.py build/kernel)
+    "${fetch[@]}" >/dev/null 2>&1 && return 0
+    as_root apt-get update -qq >/dev/null 2>&1 || true
+    "${fetch[@]}" >/dev/null || say "There is no kernel to be had: tests/kernel will be skipped"
+}

@@ -125,6 +125,8 @@ private:
     }
 
     std::string commandToTry() const {
+        if (arguments_.wantsUhid)
+            return "zeltag list";
         return "LD_PRELOAD=" + preloadPath() + " ZELSIM_SOCKET=" + path_ + " zeltag list";
     }
 

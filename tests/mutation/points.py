@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The points of a C++ file at which a mutant departs from it, and the file rewritten with all of them.
+"""The points of a C++ file at which a mutant departs from it, and the file rewritten with them.
 
 Each point becomes a call of switch.h by insertions that nest, so that one compilation holds every
 mutant of the file."""
@@ -198,12 +198,13 @@ class File:
         if not self.text(cursor)[:1].isdigit():
             return False  # the compiler's own, of a comparison by operator<=>
         before = self.before(cursor)
-        return before not in (b"<", b"[") or parents[-1].kind == CursorKind.ARRAY_SUBSCRIPT_EXPR or \
-            (before == b"<" and parents[-1].kind == CursorKind.BINARY_OPERATOR)
+        kind = parents[-1].kind
+        return before not in (b"<", b"[") or kind == CursorKind.ARRAY_SUBSCRIPT_EXPR or \
+            (before == b"<" and kind == CursorKind.BINARY_OPERATOR)
 
 
 def rewritten(source, points):
-    """The source with each point of a {number: point} switchable. A point takes a number a mutant."""
+    """The source with each point of a {number: point} switchable; it takes a number a mutant."""
     insertions = [(offset, depth, text.replace("@", str(number)), skipped)
                   for number, point in points.items()
                   for offset, depth, text, skipped in point.insertions]
