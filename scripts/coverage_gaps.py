@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Compares the lines that no test reaches with those that tests/unreached.txt names and justifies, and
-the totals with the goals: coverage_gaps.py EXPORT.json, as llvm-cov writes it."""
+"""Compares the lines that no test reaches with those that tests/unreached.txt names and justifies,
+and the totals with the goals: coverage_gaps.py EXPORT.json, as llvm-cov writes it."""
 
 import json
 import pathlib
