@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// The rows, a file for each kind of operation.
+#pragma once
+
+#include "tests/steps/operation.h"
+
+namespace zel::test::steps {
+
+std::vector<Operation> tagCardRows();
+std::vector<Operation> tagServiceRows();
+std::vector<Operation> tagReadRows();
+std::vector<Operation> tagWriteRows();
+std::vector<Operation> tagPlusRows();
+std::vector<Operation> tagBlobRows();
+
+} // namespace zel::test::steps

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Settings of the reader, and those of the record.
+#include "tests/steps/tag_config.h"
+
+#include <cstring>
+
+namespace zel::test::steps {
+
+void fillReader(std::size_t n) {
+    sim::TagSettings& settings = apparatus().tag->settings();
+    settings.luid = 0x1234;
+    sim::TagConfiguration& made = settings.configuration.at(n);
+    made.block[0] = {4, 6, 0x11, 20, 30, 0x2D, 0x0A, 0x08};
+    made.block[1] = {0, 17, 21, 41, 3, 4, 0, 0};
+    made.block[2] = {3, 0x08, 0x41, 0x42, 0x21, 0x61, 0x62, 0x63};
+    made.block[3] = {0, 0, 5, 6, 7, 0, 0, 0};
+    for (std::uint8_t page = 0; page < 12; ++page)
+        made.page[page] = {1, 2, 3, 4, 5, 6, 7, static_cast<std::uint8_t>(page + 1)};
+    made.page[0][0] = 12;
+    apparatus().tag->keepSettings();
+}
+
+void ageRecord(int n) {
+    tsDevDat& device = record();
+    device.iLUID = device.iDID = 0x7777;
+    std::strcpy(device.szFWFile, "an old file");
+    std::strcpy(device.szFullFWVer, "an old one");
+    std::strcpy(device.szPartNum, "an old part");
+    tsTagCfg& old = config(n);
+    old.sIDDispParms.iFACDispLen = old.sIDDispParms.iIDDispLen = 77;
+    old.sIDBitCnts.iIDBitCnt = old.sIDBitCnts.iTotalBitCnt = 77;
+    old.sTimeParms.iBitStrmTO = old.sTimeParms.iIDHoldTO = 77;
+    old.sIDDispParms2.iCrdGnChr0 = old.sIDDispParms2.iCrdGnChr1 = 77;
+    std::memset(old.ExtBlock, 0x77, sizeof old.ExtBlock);
+    std::memset(&old.uSFD, 0x77, sizeof old.uSFD);
+    markAll(n);
+}
+
+unsigned marksOf(int n) {
+    const tsTagCfg& one = config(n);
+    return one.bDirtyIDFrmt1 | one.bDirtyTime << 1U | one.bDirtyIDFrmt2 << 2U |
+           one.bDirtyExt << 3U | one.bDirtySepFld << 4U | record().bLUIDDirty << 5U;
+}
+
+void markAll(int n) {
+    tsTagCfg& one = config(n);
+    one.bDirtyIDFrmt1 = one.bDirtyTime = one.bDirtyIDFrmt2 = one.bDirtyExt = one.bDirtySepFld = 1;
+    record().bLUIDDirty = 1;
+}
+
+std::string asked(const std::vector<std::string>& commands) {
+    std::string text;
+    for (const std::string& command : commands)
+        text += command + "? ";
+    return text;
+}
+
+} // namespace zel::test::steps
