@@ -47,17 +47,29 @@ Step order(std::string command, Outcome lost) {
     return step;
 }
 
-Step frame(std::string command, Outcome lost, int tries) {
-    Step step = query(std::move(command), lost, lost, lost);
+Step frame(std::string command, Outcome notSent, Outcome notAnswered, int tries) {
+    Step step =
+        query(std::move(command), std::move(notSent), notAnswered, notAnswered, notAnswered);
     step.tries = tries;
     return step;
 }
 
-Step frameWrite(std::string command, Outcome lost, Outcome statusCut, int tries) {
-    Step step = frame(std::move(command), lost, tries);
+Step frame(std::string command, Outcome lost, int tries) {
+    return frame(std::move(command), lost, lost, tries);
+}
+
+Step frameOrder(std::string command, Outcome notSent, Outcome notAnswered, Outcome good) {
+    Step step = frame(std::move(command), std::move(notSent), std::move(notAnswered));
+    step.of(Fault::Cut) = std::move(good);
+    return step;
+}
+
+Step frameWrite(std::string command, Outcome notSent, Outcome notAnswered, Outcome good,
+                int tries) {
+    Step step = frame(std::move(command), std::move(notSent), tries);
     step.command.back() = '=';
-    step.of(Fault::Data) = step.of(Fault::DataOnes) = lost;
-    step.of(Fault::DataCut) = std::move(statusCut);
+    step.of(Fault::Data) = step.of(Fault::DataOnes) = std::move(notAnswered);
+    step.of(Fault::DataCut) = std::move(good);
     return step;
 }
 

@@ -97,10 +97,16 @@ Step write(std::string command, Outcome lost);
 Step write(std::string command, Outcome lost, Outcome dataLost);
 Step order(std::string command, Outcome lost);
 
-// A frame of a byte stream whose status word tells of success. A write's procedure byte and its
-// status word are two answers, and a status word is cut to its first byte.
+// A frame of a byte stream: however its answer is spoiled, it is refused.
 Step frame(std::string command, Outcome lost, int tries = 1);
-Step frameWrite(std::string command, Outcome lost, Outcome statusCut, int tries = 1);
+Step frame(std::string command, Outcome notSent, Outcome notAnswered, int tries = 1);
+
+// One that is answered by a status word alone, of which a lost half counts as zero: as success.
+Step frameOrder(std::string command, Outcome notSent, Outcome notAnswered, Outcome good);
+
+// One whose data follow when the reader has answered; then the status word comes.
+Step frameWrite(std::string command, Outcome notSent, Outcome notAnswered, Outcome good,
+                int tries = 1);
 
 // The outcome of a step that lasts until the next connect.
 Outcome lasting(Outcome outcome, std::string later);

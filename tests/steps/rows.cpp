@@ -6,8 +6,8 @@ namespace zel::test::steps {
 
 std::vector<Operation> allOperations() {
     std::vector<Operation> all;
-    for (const auto& rows :
-         {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows, tagBlobRows})
+    for (const auto& rows : {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows,
+                             tagBlobRows, streamCardRows, streamConfigRows, asciiRows})
         all += rows();
     return all;
 }

@@ -2,9 +2,70 @@
 // Settings of the reader, and those of the record.
 #include "tests/steps/tag_config.h"
 
+#include "frame/zelTagAPI.h"
+
 #include <cstring>
 
 namespace zel::test::steps {
+
+namespace {
+
+constexpr std::uint8_t kExtendedFeatures = 0x40;
+
+sim::TagConfiguration& inReader() { return apparatus().tag->configuration(0); }
+
+} // namespace
+
+const std::vector<Sight> kReadSights = {
+    {"IDs",
+     [] {
+         return shownWords({record().iLUID, record().iDID});
+     }},
+    {"block 0",
+     [] {
+         return shownWords({config().sIDDispParms.iFACDispLen, config().sIDDispParms.iIDDispLen,
+                            config().sIDBitCnts.iIDBitCnt, config().sIDBitCnts.iTotalBitCnt});
+     }},
+    {"block 1",
+     [] {
+         return shownWords({config().sTimeParms.iBitStrmTO, config().sTimeParms.iIDHoldTO,
+                            config().sTimeParms.iIDLockOutTm, config().sTimeParms.iUSBKeyPrsTm});
+     }},
+    {"block 2",
+     [] {
+         return shownWords({config().sIDDispParms2.iCrdGnChr0, config().sIDDispParms2.iCrdGnChr1});
+     }},
+    {"block 3", [] { return shownObject(config().ExtBlock); }},
+    {"field data", [] { return shownObject(config().uSFD); }},
+    {"file name", [] { return std::string(record().szFWFile); }},
+    {"version", [] { return std::string(record().szFullFWVer); }},
+    {"part number", [] { return std::string(record().szPartNum); }},
+    {"marks",
+     [] {
+         return shownWords({config().bCfgValid, marksOf(0)});
+     }},
+    {"state", [] { return shownWords({record().iTagPlusState}); }},
+    {"lacks",
+     [] {
+         return shownWords({record().bSepFldOK, record().bPartNumOK});
+     }},
+};
+
+const std::vector<Sight> kWriteSights = {
+    {"LUID", [] { return shownWords({apparatus().tag->settings().luid}); }},
+    {"block 0", [] { return shown(inReader().block[0]); }},
+    {"block 1", [] { return shown(inReader().block[1]); }},
+    {"block 2", [] { return shown(inReader().block[2]); }},
+    {"block 3", [] { return shown(inReader().block[3]); }},
+    {"field data", [] { return shownObject(inReader().page); }},
+    {"keys", [] { return shownObject(inReader().key); }},
+    {"committed", [] { return shown(apparatus().tag->committed().configuration[0].block[0]); }},
+    {"marks", [] { return shownWords({marksOf(0)}); }},
+    {"lacks",
+     [] {
+         return shownWords({record().bSepFldOK, record().bPartNumOK});
+     }},
+};
 
 void fillReader(std::size_t n) {
     sim::TagSettings& settings = apparatus().tag->settings();
@@ -46,6 +107,26 @@ void markAll(int n) {
     tsTagCfg& one = config(n);
     one.bDirtyIDFrmt1 = one.bDirtyTime = one.bDirtyIDFrmt2 = one.bDirtyExt = one.bDirtySepFld = 1;
     record().bLUIDDirty = 1;
+}
+
+void prepareRead() {
+    fillReader(0);
+    ageRecord();
+}
+
+void prepareWrite() {
+    fillReader(0);
+    EXPECT_EQ(ReadCfg(), 1);
+    record().iLUID = 0x4321;
+    tsTagCfg& own = config();
+    own.sIDDispParms.iIDDispLen = 7;
+    own.sTimeParms.iIDHoldTO = 2000;
+    own.sTimeParms.ExFeatures01 = kExtendedFeatures;
+    own.sIDDispParms2.iCrdGnChr0 = 0x43;
+    own.ExtBlock[2] = 9;
+    std::memset(own.uSFD.bytes + 1, 0x44, 95);
+    std::memset(&own.sHashKeyData, 0x55, sizeof own.sHashKeyData);
+    markAll(0);
 }
 
 std::string asked(const std::vector<std::string>& commands) {

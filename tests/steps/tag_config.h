@@ -16,6 +16,19 @@ void ageRecord(int n = 0);
 unsigned marksOf(int n);
 void markAll(int n);
 
+// What a read fills, in its order: the IDs, the four blocks, the field data, three texts, the
+// marks; then the state of the probe and what the reader is known to lack.
+extern const std::vector<Sight> kReadSights;
+
+// What a write changes: the LUID, the four blocks, the field data and the keys in the reader,
+// whether they are committed, the record's marks, and what the reader is known to lack.
+extern const std::vector<Sight> kWriteSights;
+
+// For a read: a reader and a record of other settings. For a write: a configuration that was read
+// and then changed in every group, two keys among them.
+void prepareRead();
+void prepareWrite();
+
 // Queries as `then` of an outcome tells them.
 std::string asked(const std::vector<std::string>& commands);
 

@@ -14,48 +14,7 @@ namespace {
 constexpr std::int64_t kReadFailed = 0x20000;
 constexpr std::int64_t kNoVersion = 0x70000000;
 
-// In the order that they are read in: the IDs, the four blocks, the field data, three texts, the
-// marks; then the state of the probe and what the reader is known to lack.
-const std::vector<Sight> kSights = {
-    {"IDs",
-     [] {
-         return shownWords({record().iLUID, record().iDID});
-     }},
-    {"block 0",
-     [] {
-         return shownWords({config().sIDDispParms.iFACDispLen, config().sIDDispParms.iIDDispLen,
-                            config().sIDBitCnts.iIDBitCnt, config().sIDBitCnts.iTotalBitCnt});
-     }},
-    {"block 1",
-     [] {
-         return shownWords({config().sTimeParms.iBitStrmTO, config().sTimeParms.iIDHoldTO,
-                            config().sTimeParms.iIDLockOutTm, config().sTimeParms.iUSBKeyPrsTm});
-     }},
-    {"block 2",
-     [] {
-         return shownWords({config().sIDDispParms2.iCrdGnChr0, config().sIDDispParms2.iCrdGnChr1});
-     }},
-    {"block 3", [] { return shownObject(config().ExtBlock); }},
-    {"field data", [] { return shownObject(config().uSFD); }},
-    {"file name", [] { return std::string(record().szFWFile); }},
-    {"version", [] { return std::string(record().szFullFWVer); }},
-    {"part number", [] { return std::string(record().szPartNum); }},
-    {"marks",
-     [] {
-         return shownWords({config().bCfgValid, marksOf(0)});
-     }},
-    {"state", [] { return shownWords({record().iTagPlusState}); }},
-    {"lacks",
-     [] {
-         return shownWords({record().bSepFldOK, record().bPartNumOK});
-     }},
-};
 const std::string kGood = "++++++++++..";
-
-void prepare() {
-    fillReader(0);
-    ageRecord();
-}
 
 const std::vector<std::string> kPartNumber = {"8C0100", "8C0101", "8C0102"};
 const std::vector<std::string> kVersion = {"8C040400", "8C040401", "8C040402"};
@@ -149,26 +108,26 @@ std::vector<Operation> tagReadRows() {
          .place = Place::TagReports,
          .calls = {{"ReadCfg", [] { return ReadCfg() + 0LL; }},
                    {"zeltag_ReadCfg", [] { return zeltag_ReadCfg() + 0LL; }}},
-         .prepare = prepare,
-         .sights = kSights,
+         .prepare = prepareRead,
+         .sights = kReadSights,
          .steps = wholeSteps(),
          .seen = kGood},
         {.name = "ReadOneConfiguration",
          .place = Place::TagReports,
          .calls = {{"zeltag_ReadCfgOneConfig", [] { return zeltag_ReadCfgOneConfig() + 0LL; }}},
-         .prepare = prepare,
-         .sights = kSights,
+         .prepare = prepareRead,
+         .sights = kReadSights,
          .steps = oneConfigurationSteps(),
          .seen = kGood},
         {.name = "FactoryReset",
          .place = Place::TagReports,
          .calls = {{"ResetFactoryDflts", [] { return ResetFactoryDflts() + 0LL; }},
                    {"zeltag_ResetFactoryDflts", [] { return zeltag_ResetFactoryDflts() + 0LL; }}},
-         .prepare = prepare,
+         .prepare = prepareRead,
          .sights = {{"the reader's block 0",
                      [] { return shown(apparatus().tag->committed().configuration[0].block[0]); }},
-                    kSights[9],
-                    kSights[10]},
+                    kReadSights[9],
+                    kReadSights[10]},
          .steps = resetSteps(),
          .seen = "++."}};
 }

@@ -18,44 +18,7 @@ namespace {
 constexpr std::int64_t kWriteFailed = 0x40000;
 constexpr std::int64_t kNoVolume = 0x1000000;
 
-sim::TagConfiguration& inReader() { return apparatus().tag->configuration(0); }
-
-// What the reader holds, whether it has committed it, the record's marks, and what the reader is
-// known to lack.
-const std::vector<Sight> kSights = {
-    {"LUID", [] { return shownWords({apparatus().tag->settings().luid}); }},
-    {"block 0", [] { return shown(inReader().block[0]); }},
-    {"block 1", [] { return shown(inReader().block[1]); }},
-    {"block 2", [] { return shown(inReader().block[2]); }},
-    {"block 3", [] { return shown(inReader().block[3]); }},
-    {"field data", [] { return shownObject(inReader().page); }},
-    {"keys", [] { return shownObject(inReader().key); }},
-    {"committed", [] { return shown(apparatus().tag->committed().configuration[0].block[0]); }},
-    {"marks", [] { return shownWords({marksOf(0)}); }},
-    {"lacks",
-     [] {
-         return shownWords({record().bSepFldOK, record().bPartNumOK});
-     }},
-};
 const std::string kGood = "+++++++++.";
-
-constexpr std::uint8_t kExtendedFeatures = 0x40;
-
-// Every group of the record differs from the reader's, two keys among them.
-void prepare() {
-    fillReader(0);
-    EXPECT_EQ(ReadCfg(), 1);
-    record().iLUID = 0x4321;
-    tsTagCfg& own = config();
-    own.sIDDispParms.iIDDispLen = 7;
-    own.sTimeParms.iIDHoldTO = 2000;
-    own.sTimeParms.ExFeatures01 = kExtendedFeatures;
-    own.sIDDispParms2.iCrdGnChr0 = 0x43;
-    own.ExtBlock[2] = 9;
-    std::memset(own.uSFD.bytes + 1, 0x44, 95);
-    std::memset(&own.sHashKeyData, 0x55, sizeof own.sHashKeyData);
-    markAll(0);
-}
 
 void markAgain() { markAll(0); }
 
@@ -107,8 +70,8 @@ Operation blockRow() {
     return {.name = "WriteBlock2",
             .place = Place::TagReports,
             .calls = {{"WrtIDFrmtParms2", [] { return WrtIDFrmtParms2(&config()) + 0LL; }}},
-            .prepare = prepare,
-            .sights = {kSights[3]},
+            .prepare = prepareWrite,
+            .sights = {kWriteSights[3]},
             .steps = {write("82", ends(0, kWriteFailed, "."))}};
 }
 
@@ -123,8 +86,8 @@ Operation keyRow() {
                            WriteHashKeyBlock(&config(), 0, 1);
                            return 1LL;
                        }}},
-            .prepare = prepare,
-            .sights = {kSights[6], kSights[9]},
+            .prepare = prepareWrite,
+            .sights = {kWriteSights[6], kWriteSights[9]},
             .steps = {write("85000100", lost, dataLost), write("85010100", lost, dataLost)},
             .seen = "+."};
 }
@@ -167,7 +130,7 @@ Operation outputRow(std::string name, std::vector<Call> calls, Sight inRecord) {
             .place = Place::TagReports,
             .calls = std::move(calls),
             .prepare = prepareOutputs,
-            .sights = {inRecord, kSights[3]},
+            .sights = {inRecord, kWriteSights[3]},
             .steps = {write("82", passes(1, 0, "+."))}};
 }
 
@@ -180,16 +143,16 @@ std::vector<Operation> tagWriteRows() {
          .calls = {{"WriteCfg", [] { return WriteCfg() + 0LL; }},
                    {"zeltag_WriteCfg", [] { return zeltag_WriteCfg() + 0LL; }},
                    {"zeltag_WriteCfgOneConfig", [] { return zeltag_WriteCfgOneConfig() + 0LL; }}},
-         .prepare = prepare,
-         .sights = kSights,
+         .prepare = prepareWrite,
+         .sights = kWriteSights,
          .steps = pausedSteps(),
          .again = markAgain,
          .seen = kGood},
         {.name = "WriteWithoutPause",
          .place = Place::TagReports,
          .calls = {{"zeltag_write_cfg", [] { return zeltag_write_cfg() + 0LL; }}},
-         .prepare = prepare,
-         .sights = kSights,
+         .prepare = prepareWrite,
+         .sights = kWriteSights,
          .steps = writeSteps({false}),
          .again = markAgain,
          .seen = kGood},
