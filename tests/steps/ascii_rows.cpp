@@ -143,6 +143,15 @@ Steps writeSteps() {
     return steps;
 }
 
+// It takes long, so it is read once.
+const tsTagCfg& readConfiguration() {
+    static const tsTagCfg read = [] {
+        EXPECT_EQ(ReadCfg(), 1);
+        return config();
+    }();
+    return read;
+}
+
 Operation writeRow() {
     return {.name = "AsciiWriteConfiguration",
             .place = Place::AsciiLine,
@@ -152,10 +161,11 @@ Operation writeRow() {
                 [] {
                     fillReader(0);
                     record().iTagPlusState = 1;
-                    EXPECT_EQ(ReadCfg(), 1);
+                    config() = readConfiguration();
                     config().sIDDispParms.iIDDispLen = 9;
                     config().sIDDispParms2.iCrdGnChr0 = 0x44;
                     markAll(0);
+                    dynamic_cast<TroubledStream&>(*apparatus().wire).fillUp(12);
                 },
             .sights = {{"digits", [] { return shownWords({inReader().block[0][1]}); }},
                        {"gone", [] { return shownWords({inReader().block[2][2]}); }},

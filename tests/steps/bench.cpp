@@ -45,6 +45,11 @@ sim::TagOptions plusOptions() {
 
 bool isPlus(Place place) { return place == Place::PlusReports || place == Place::PlusLine; }
 
+bool isOnReports(Place place) {
+    return place == Place::TagReports || place == Place::PlusReports ||
+           place == Place::BandReports || place == Place::EchoReports;
+}
+
 // Every byte of it tells something, and its bit count says less than there are.
 sim::Card fullCard() {
     sim::Card card;
@@ -80,7 +85,6 @@ void BenchTest::clear() {
     lines().takeIn();
     lines().clear();
     bus().clear();
-    bus().startTrace();
     apparatus() = {};
     _APIinit();
     SetDevTypeSrch(0);
@@ -94,6 +98,10 @@ void BenchTest::clear() {
 void BenchTest::set(Place place) {
     clear();
     const sim::TagOptions options = isPlus(place) ? plusOptions() : plainOptions();
+    if (isOnReports(place))
+        bus().startTrace(); // it tells the traffic; a byte stream tells its own
+    else
+        onPause([](std::uint64_t) { lines().pump(); });
     switch (place) {
     case Place::TagReports:
     case Place::PlusReports:

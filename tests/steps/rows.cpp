@@ -6,8 +6,9 @@ namespace zel::test::steps {
 
 std::vector<Operation> allOperations() {
     std::vector<Operation> all;
-    for (const auto& rows : {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows,
-                             tagBlobRows, streamCardRows, streamConfigRows, asciiRows})
+    for (const auto& rows :
+         {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows, tagBlobRows,
+          streamCardRows, streamConfigRows, asciiRows, bandRows, bandConfigRows})
         all += rows();
     return all;
 }

@@ -12,6 +12,8 @@ std::vector<Operation> tagReadRows();
 std::vector<Operation> tagWriteRows();
 std::vector<Operation> tagPlusRows();
 std::vector<Operation> tagBlobRows();
+std::vector<Operation> bandRows();
+std::vector<Operation> bandConfigRows();
 std::vector<Operation> asciiRows();
 std::vector<Operation> streamCardRows();
 std::vector<Operation> streamConfigRows();

@@ -100,6 +100,7 @@ TroubledStream::Bytes TroubledStream::passCommand() {
         part_ = Part::Data;
         awaited_ = command[4];
     }
+    answer.insert(answer.begin(), leastAnswer_ - std::min(leastAnswer_, answer.size()), ' ');
     return spoiled(std::move(answer), false);
 }
 

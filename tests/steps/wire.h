@@ -61,6 +61,9 @@ public:
     Bytes receive(std::span<const std::uint8_t> bytes) override;
     void restart() override;
 
+    // Answers of at least so many bytes from now on, for who waits long for each that is missing.
+    void fillUp(std::size_t size) { leastAnswer_ = size; }
+
     void spoil(const Steps& steps, const Point& point, int times) override;
     void heal() override;
     std::vector<std::string> takeTraffic() override { return std::exchange(traffic_, {}); }
@@ -91,6 +94,7 @@ private:
     std::vector<std::string> traffic_;
     std::optional<Point> point_;
     std::size_t times_ = 0;
+    std::size_t leastAnswer_ = 0;
     std::uint32_t noise_ = 1;
 };
 
