@@ -8,7 +8,7 @@ std::vector<Operation> allOperations() {
     std::vector<Operation> all;
     for (const auto& rows :
          {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows, tagBlobRows,
-          streamCardRows, streamConfigRows, asciiRows, bandRows, bandConfigRows})
+          streamCardRows, streamConfigRows, asciiRows, bandRows, bandConfigRows, echoRows, flashRows, connectRows})
         all += rows();
     return all;
 }

@@ -29,6 +29,9 @@ extern const std::vector<Sight> kWriteSights;
 void prepareRead();
 void prepareWrite();
 
+// The steps of a read on USB of the one configuration, with its sights.
+Steps readOneSteps();
+
 // Queries as `then` of an outcome tells them.
 std::string asked(const std::vector<std::string>& commands);
 

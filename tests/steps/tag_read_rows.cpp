@@ -102,6 +102,8 @@ Steps resetSteps() {
 
 } // namespace
 
+Steps readOneSteps() { return oneConfigurationSteps(); }
+
 std::vector<Operation> tagReadRows() {
     return {
         {.name = "ReadConfiguration",
