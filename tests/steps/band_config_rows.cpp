@@ -174,7 +174,7 @@ Steps writeSteps(Place place) {
 Steps resetSteps(Place place) {
     Steps steps = {
         ask(place, "FD", ends(0, 0x80000, ".."), passes(1, 0, "++"), ends(0, 0x80000, "+."))};
-    for (Step step : readSteps(place)) {
+    for (Step step : lostAlone(readSteps(place))) {
         for (auto& outcome : step.outcomes)
             if (outcome)
                 outcome->seen = {'+', outcome->seen[15]};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Cards, outputs and counters of a magnetic stripe reader. A failure is told by the result alone.
 #include "family/band/band.h"
+#include "family/band/frame.h"
 #include "frame/zelTagAPI.h"
 #include "tests/steps/rows.h"
 #include "tests/steps/sights.h"
@@ -95,6 +96,13 @@ std::vector<Operation> commandRows(Place place, const std::string& where) {
 
 std::vector<Operation> numberRows(Place place, const std::string& where) {
     return {
+        numberRow(place, where + "Command",
+                  {{"SendBandCmd",
+                    [] {
+                        char reply[24];
+                        return SendBandCmd("CD0", reply) + 0LL;
+                    }}},
+                  "CD0", swipe, 1, 1),
         numberRow(place, where + "DataAvailable",
                   {{"zelBandIsDataAvailable", [] { return zelBandIsDataAvailable() + 0LL; }},
                    {"zelband_IsDataAvailable", [] { return zelband_IsDataAvailable() + 0LL; }}},

@@ -32,7 +32,7 @@ void prepareConnect() {
 // The steps of a read as the connect's: what ends the read ends the connect.
 Steps ofConnect(const Steps& read) {
     Steps steps;
-    for (Step step : read) {
+    for (Step step : lostAlone(read)) {
         for (auto& outcome : step.outcomes)
             if (outcome) {
                 const char number = outcome->seen[0];
@@ -52,8 +52,7 @@ Steps usbSteps() {
     for (const Step& step : read)
         behind += step.command + ' ';
     const Outcome notAskedAgain = ends(1, 0, "++.", behind);
-    Steps steps = {query("8901", notAskedAgain, good, good, good),
-                   query("8901", good, good, good)};
+    Steps steps = {query("8901", notAskedAgain, good, good, good), query("8901", good, good, good)};
     steps += read;
     return steps;
 }
@@ -116,8 +115,7 @@ std::vector<Operation> scanRows() {
                  {"zelband_comConnect", [] { return zelband_comConnect() + 0LL; }}},
                 "QRZ", prepareBandScan, '.'),
         scanRow(Place::BandLine, "BandConnectOfALine",
-                {{"zelband_ComConnectPort",
-                  [] { return zelband_ComConnectPort(1, &did) + 0LL; }},
+                {{"zelband_ComConnectPort", [] { return zelband_ComConnectPort(1, &did) + 0LL; }},
                  {"zelband_comConnectPort", [] { return zelband_comConnectPort(1) + 0LL; }}},
                 "QRZ", prepareBandScan, '!'),
     };

@@ -30,11 +30,10 @@ const std::vector<Sight> kReadSights = {
     {"valid", [] { return shownWords({echo().bEchoCfgValid}); }},
     {"marks",
      [] {
-         return shownWords({echo().bDirtySonar, echo().bDirtyWalkAway, echo().bDirtyWalkUp,
-                            echo().bDirtyIdle});
+         return shownWords(
+             {echo().bDirtySonar, echo().bDirtyWalkAway, echo().bDirtyWalkUp, echo().bDirtyIdle});
      }},
-    {"numbers",
-     [] {
+    {"numbers", [] {
          return shownWords({record().iLUID, record().iDID, record().iFWVer, record().bLUIDDirty});
      }}};
 
@@ -111,9 +110,9 @@ void prepareWrite() {
 // Behind the commit nothing but the LUID waits.
 Steps writeSteps() {
     const auto stops = [](const char* seen) { return ends(0, kWriteFailed, seen); };
-    return {write("80", stops("..........")), write("81", stops("+.........")),
-            write("82", stops("++........")), write("83", stops("+++.......")),
-            write("84", stops("++++......")), write("85", stops("+++++.....")),
+    return {write("80", stops("..........")),   write("81", stops("+.........")),
+            write("82", stops("++........")),   write("83", stops("+++.......")),
+            write("84", stops("++++......")),   write("85", stops("+++++.....")),
             order("903F", stops("++++++....")), write("8A", stops("++++++++.."))};
 }
 
@@ -138,38 +137,38 @@ Operation resetRow(std::string name, std::vector<Call> calls, const std::string&
 std::vector<Operation> resetRows() {
     const Sight current = {"the sensor's block 3", inSensor<3>};
     const Sight user = {"the user's", [] { return shown(sensor().userDefaults()[3]); }};
-    return {resetRow("EchoFactoryReset",
-                     {{"ResetFactoryDflts", [] { return ResetFactoryDflts() + 0LL; }},
-                      {"zelecho_ResetFactoryDflts",
-                       [] { return zelecho_ResetFactoryDflts() + 0LL; }}},
-                     "A0", current),
-            resetRow("EchoUserDefaultsRestored",
-                     {{"ResetUserDflts", [] { return ResetUserDflts() + 0LL; }},
-                      {"zelecho_ResetUserDflts", [] { return zelecho_ResetUserDflts() + 0LL; }}},
-                     "D0", current),
-            resetRow("EchoUserDefaultsSaved",
-                     {{"SaveUserDflts", [] { return SaveUserDflts() + 0LL; }},
-                      {"zelecho_SaveUserDflts", [] { return zelecho_SaveUserDflts() + 0LL; }}},
-                     "E0", user)};
+    return {
+        resetRow("EchoFactoryReset",
+                 {{"ResetFactoryDflts", [] { return ResetFactoryDflts() + 0LL; }},
+                  {"zelecho_ResetFactoryDflts", [] { return zelecho_ResetFactoryDflts() + 0LL; }}},
+                 "A0", current),
+        resetRow("EchoUserDefaultsRestored",
+                 {{"ResetUserDflts", [] { return ResetUserDflts() + 0LL; }},
+                  {"zelecho_ResetUserDflts", [] { return zelecho_ResetUserDflts() + 0LL; }}},
+                 "D0", current),
+        resetRow("EchoUserDefaultsSaved",
+                 {{"SaveUserDflts", [] { return SaveUserDflts() + 0LL; }},
+                  {"zelecho_SaveUserDflts", [] { return zelecho_SaveUserDflts() + 0LL; }}},
+                 "E0", user)};
 }
 
 sRangeInfo range;
 
 // A question that fails leaves zeros.
 Operation rangeRow() {
-    return {.name = "EchoRange",
-            .place = Place::EchoReports,
-            .calls = {{"GetObjRangeInfo", [] { return GetObjRangeInfo(&range) + 0LL; }},
-                      {"zelecho_GetObjRangeInfo",
-                       [] { return zelecho_GetObjRangeInfo(&range) + 0LL; }}},
-            .prepare =
-                [] {
-                    sensor().place(20);
-                    std::memset(&range, 0x77, sizeof range);
-                },
-            .sights = {{"the range", [] { return shownObject(range); }}},
-            .steps = {query("8F", ends(0, kRangeFailed, "0"), passes(1, 0, "+"),
-                            passes(1, 0, "!"))}};
+    return {
+        .name = "EchoRange",
+        .place = Place::EchoReports,
+        .calls = {{"GetObjRangeInfo", [] { return GetObjRangeInfo(&range) + 0LL; }},
+                  {"zelecho_GetObjRangeInfo",
+                   [] { return zelecho_GetObjRangeInfo(&range) + 0LL; }}},
+        .prepare =
+            [] {
+                sensor().place(20);
+                std::memset(&range, 0x77, sizeof range);
+            },
+        .sights = {{"the range", [] { return shownObject(range); }}},
+        .steps = {query("8F", ends(0, kRangeFailed, "0"), passes(1, 0, "+"), passes(1, 0, "!"))}};
 }
 
 // Nobody is there where the range isn't told; the LUID is the record's in any case, and the result
@@ -192,8 +191,8 @@ Operation presenceRow() {
             .sights = {{"presence", [] { return shown(buffer().first(2)); }},
                        {"LUID", [] { return shown(buffer().subspan(2, 2)); }}},
             .result = 4,
-            .steps = {query("8F", ends(4, kRangeFailed, "0+"), passes(4, 0, "++"),
-                            passes(4, 0, "!+"))}};
+            .steps = {
+                query("8F", ends(4, kRangeFailed, "0+"), passes(4, 0, "++"), passes(4, 0, "!+"))}};
 }
 
 // The one failure that the connect's word tells of.

@@ -23,8 +23,9 @@ void prepare() {
     writeText("firmware.hex", "M0\n:0102030405060708\n:1112131415161718\n");
 }
 
-// This boot loader takes a line when it is asked about it, and not when its answer is lost. A reader that wasn't
-// told to enter isn't asked otherwise, and its answer is none of a boot loader's.
+// This boot loader takes a line when it is asked about it, and not when its answer is lost. A
+// reader that wasn't told to enter isn't asked otherwise, and its answer is none of a boot
+// loader's.
 Steps steps() {
     const auto lost = [](const char* seen) { return ends(0, kLineFailed, seen); };
     const Outcome good = passes(1, 0, "+");

@@ -19,6 +19,14 @@ Outcome lasting(Outcome outcome, std::string later) {
     return outcome;
 }
 
+Steps lostAlone(Steps steps) {
+    for (Step& step : steps) {
+        step.of(Fault::Cut).reset();
+        step.of(Fault::Ones).reset();
+    }
+    return steps;
+}
+
 Step query(std::string command, Outcome notSent, Outcome notFetched, Outcome cut, Outcome ones) {
     Step step{std::move(command) + '?'};
     step.of(Fault::Send) = std::move(notSent);

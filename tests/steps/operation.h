@@ -111,6 +111,9 @@ Step frameWrite(std::string command, Outcome notSent, Outcome notAnswered, Outco
 // The outcome of a step that lasts until the next connect.
 Outcome lasting(Outcome outcome, std::string later);
 
+// The steps of a read that another operation makes too: there they fail in both directions alone.
+Steps lostAlone(Steps steps);
+
 // Rows one behind the other.
 template <class Row> std::vector<Row>& operator+=(std::vector<Row>& rows, std::vector<Row> more) {
     rows.insert(rows.end(), more.begin(), more.end());

@@ -19,11 +19,12 @@ namespace {
 constexpr char kWords[] =
     "(zeltag_|zelband_|zelecho_)?[gs]et(CfgFlags[23]?|IDBitCnts|IDDispParms[23]?|TimeParms)_\\w+|"
     "(zeltag_)?get(LEDCtrl|BprRlyCtrl)_\\w+|"
-    "(zeltag_|zelband_|zelecho_)?[GS]et(Flags[23]?|IDBitCnts|IDDispParms[23]?|TimeParms|"
+    "zelecho_GetFlags|(zeltag_|zelband_)?[GS]etFlags[23]?|"
+    "(zeltag_|zelband_|zelecho_)?[GS]et(IDBitCnts|IDDispParms[23]?|TimeParms|"
     "SonarParms|WalkAwayParms|WalkUpParms|IdleParms|SepFldData|HashKeyData|EnhanceSecurityFlag|"
     "AZERTYShiftLock|ExtendedPrecisionMath|64BytesInPackets|EasyReadMode|PrependCSN)|"
     "(zeltag_|zelband_|zelecho_)?Get(LEDCtrl|BprRlyCtrl)|zelecho_SetLEDCtrl|"
-    "zel(Band|band_)[GS]et(Field\\w+|TrackEnables|ActiveID|Beeper)|zel(Band|band_)GetLED";
+    "zel(Band|band_)[GS]et(Field\\w+|TrackEnables|Beeper)|zel(Band|band_)(GetLED|SetActiveID)";
 
 // Kept in the library: what a read or a connect brought, what a search is to try, and helpers.
 constexpr char kTable[] =
@@ -35,10 +36,13 @@ constexpr char kTable[] =
     "GetDevByLUID|GetProduct|GetDID|GetLUID|SetLUID|GetSN|GetHIDGuid|GetRawRepDataI|"
     "(Get|Set)ActConfig|GetMaxConfig|GetCardType|GetCardPriority|SetCardTypePriority|"
     "IsCardTypeInList|GetFWFilename|GetFullFWVersion|getPartNumberString(_char)?|isKQ7Reader|"
-    "[Gg]etVidPid\\w+|LoadzelTagVidPidListFile|fillvidpidList|SetBaudRate|SetConnectProduct|"
+    "[Gg]etVidPid\\w+|ResetDevLst|LoadzelTagVidPidListFile|fillvidpidList|SetBaudRate|"
+    "SetConnectProduct|"
     "SetComLinux|SetComSrchRange|VirtualComSearchRange|BuildVirtualComMap|CheckVirtualMap|"
-    "IsComPortInUse|SetIpPort|GetMyIpAddress|SetSerialTimeouts|(Get|Set)UnsupportedProductErrorCode|"
-    "GetLastLibErr|GetLibVersion|getLibraryVersion_\\w+|SetMarkerFunction|initialize|_API(init|fini)|"
+    "IsComPortInUse|SetIpPort|GetMyIpAddress|SetSerialTimeouts|(Get|Set)"
+    "UnsupportedProductErrorCode|"
+    "GetLastLibErr|GetLibVersion|getLibraryVersion_\\w+|SetMarkerFunction|initialize|_API(init|"
+    "fini)|"
     "InitLocalParms|InitSerialParms|InitUSBParms|_?D(Printf|ebug|ebugDump)|isLoggingEnabled|"
     "_str(n)?icmp|fopen_s|GetTickCount|HexToBytes|AcpGetValue|parseStrValue|CPort_(Init|UseOpener)|"
     "Check(Idle|Sonar|User|Walk)\\w+|ProcessFCfgTokenVal|ProcessSonarTokenVal|ReadFCfgBody|"
@@ -47,7 +51,7 @@ constexpr char kTable[] =
     "tagAdv_CreateFile|IsDevOurs|UseBackend|WaitForData)";
 
 // These open or close a device and exchange nothing with it; nor does a sensor where it has no such
-// call.
+// call. A search that goes on to lines does so by the scans that have rows.
 constexpr char kNoExchange[] =
     "USBDisconnect|(zeltag_|zelband_)?ComDisconnect|UsbDriver_(Generator|Close)|"
     "(zeltag_|zelband_|zelecho_)(USBDeviceConnect)|(zeltag|zelband|zelecho)_USBConnect|"
@@ -58,13 +62,13 @@ constexpr char kNoExchange[] =
 // The transports themselves, below any exchange; the network; a line's raw bytes; connects that are
 // a scan and a read; files whose calls read and write the configuration; the rules ahead of a load.
 constexpr char kElsewhere[] =
-    "UsbDriver_(SendFR|RecvFR)|"                                   // usb_driver_test.cpp
-    "socket_\\w+|FindXport|zeltag_IPConnect(_Serial|_USBFR)?|"     // network_*_test.cpp
+    "UsbDriver_(SendFR|RecvFR)|"                                           // usb_driver_test.cpp
+    "socket_\\w+|FindXport|zeltag_IPConnect(_Serial|_USBFR)?|"             // network_*_test.cpp
     "(Quick)?ReadSerialPort|(quickR|r)eadSerialPort_char|WriteSerialPort|" // serial_line_test.cpp
-    "[cC]omConnect(Port)?|"                                        // serial_connect_test.cpp
+    "[cC]omConnect(Port)?|"                                             // serial_connect_test.cpp
     "(zeltag_|zelband_|zelecho_)?(ReadDevCfgFmFile|WriteDevCfgToFile)|" // failing_exchange_test.cpp
     "readDevCfgFmFile_char|writeDevCfgToFile_char|ReadDevCfgFromSecureFile|"
-    "WriteDevCfgToSecureFile|CheckRulesAndBootload";               // firmware_test.cpp
+    "WriteDevCfgToSecureFile|CheckRulesAndBootload"; // firmware_test.cpp
 
 std::set<std::string> exportedFunctions() {
     std::ifstream file(ZEL_FRAME "exports.txt");

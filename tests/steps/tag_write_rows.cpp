@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A configuration written to a plain reader on USB. A write that fails keeps all marks, so the next
 // one writes all of it again.
+#include "family/tag/accessors.h"
 #include "family/tag/field_data.h"
 #include "family/tag/records.h"
 #include "family/tag/write_config.h"
@@ -134,6 +135,39 @@ Operation outputRow(std::string name, std::vector<Call> calls, Sight inRecord) {
             .steps = {write("82", passes(1, 0, "+."))}};
 }
 
+#define ZEL_SET(record, word, value)                                                               \
+    Call{"set" #record "_" #word, [] { return set##record##_##word(value) + 0LL; }}, Call {        \
+        "zeltag_set" #record "_" #word, [] { return zeltag_set##record##_##word(value) + 0LL; }    \
+    }
+
+// A word of a record that is volatile is written at once, also one that the block doesn't hold.
+std::vector<Operation> wordRows() {
+    const Sight leds = {"the record", [] { return shownObject(config().sLEDCtrl); }};
+    const Sight outputs = {"the record", [] { return shownObject(config().sBprRlyCtrl); }};
+    Operation unheld = outputRow("LedWordsThatNoBlockHolds",
+                                 {ZEL_SET(LEDCtrl, iPad3, 9), ZEL_SET(LEDCtrl, iPad4, 9),
+                                  ZEL_SET(LEDCtrl, iPad5, 9), ZEL_SET(LEDCtrl, iPad6, 9),
+                                  ZEL_SET(LEDCtrl, bVolatile, 2)},
+                                 leds);
+    Operation unheldOutputs =
+        outputRow("RelayWordsThatNoBlockHolds",
+                  {ZEL_SET(BprRlyCtrl, iPad0, 9), ZEL_SET(BprRlyCtrl, iPad3, 9),
+                   ZEL_SET(BprRlyCtrl, iPad4, 9), ZEL_SET(BprRlyCtrl, iPad5, 9),
+                   ZEL_SET(BprRlyCtrl, iPad6, 9), ZEL_SET(BprRlyCtrl, bVolatile, 2)},
+                  outputs);
+    unheld.seen = unheldOutputs.seen = "+.";
+    return {outputRow("LedWords",
+                      {ZEL_SET(LEDCtrl, iRedLEDState, 0), ZEL_SET(LEDCtrl, iGrnLEDState, 0),
+                       ZEL_SET(LEDCtrl, bAppCtrlsLED, 1)},
+                      leds),
+            outputRow("RelayWords",
+                      {ZEL_SET(BprRlyCtrl, iBeeperState, 1), ZEL_SET(BprRlyCtrl, iRelayState, 1)},
+                      outputs),
+            unheld, unheldOutputs};
+}
+
+#undef ZEL_SET
+
 } // namespace
 
 std::vector<Operation> tagWriteRows() {
@@ -164,6 +198,7 @@ std::vector<Operation> tagWriteRows() {
          outputRow("RelayNow",
                    {{"SetBprRlyCtrl", closeRelay}, {"zeltag_SetBprRlyCtrl", closeRelayOfTheFamily}},
                    {"the record", [] { return shownObject(config().sBprRlyCtrl); }})};
+    rows += wordRows();
     return rows;
 }
 
