@@ -6,6 +6,7 @@
 #include "family/tag/tag.h"
 #include "frame/zelTagAPI.h"
 #include "tests/steps/rows.h"
+#include "tests/steps/tag_card.h"
 #include "tests/steps/tag_config.h"
 
 #include <algorithm>
@@ -20,64 +21,54 @@ constexpr int kBits = 200;
 constexpr int kIdTries = 3;
 constexpr int kProbeTries = 2;
 
-void prepareId() {
-    freshBuffer(ZELTAGAPI_ID_SIZE);
-    std::ranges::fill(activeIDBuf, std::uint8_t{0x77});
-}
-
-// The eight bytes are asked for three times.
-Operation shortIdRow(Place place, std::string name, std::vector<Call> calls,
-                     std::vector<Sight> sights) {
+Operation idRow(Place place, std::string name, std::vector<Call> calls, std::vector<Sight> sights,
+                Step (*step)(std::size_t)) {
     return {.name = std::move(name),
             .place = place,
             .calls = std::move(calls),
             .prepare = prepareId,
             .sights = sights,
             .result = kBits,
-            .steps = {
-                frame("0000000C", ends(0, kIdFailed, std::string(sights.size(), '0')), kIdTries)}};
+            .steps = {step(sights.size())}};
+}
+
+// The eight bytes are asked for three times.
+Step shortId(std::size_t sights) {
+    return frame("0000000C", ends(0, kIdFailed, std::string(sights, '0')), kIdTries);
 }
 
 // The 32 bytes are asked for once, and what came of a failed answer is taken: the bit count of a
 // cut one, and of a refusal the second byte in its place.
-Operation longIdRow(Place place, std::string name, std::vector<Call> calls,
-                    std::vector<Sight> sights) {
-    const std::string none(sights.size(), '0');
-    return {.name = std::move(name),
-            .place = place,
-            .calls = std::move(calls),
-            .prepare = prepareId,
-            .sights = sights,
-            .result = kBits,
-            .steps = {query("00000024", ends(0, kIdFailed, none),
-                            ends(kBits, kIdFailed, std::string(sights.size(), '!')),
-                            ends(255, kIdFailed, none))}};
+Step longId(std::size_t sights) {
+    const std::string none(sights, '0');
+    return query("00000024", ends(0, kIdFailed, none),
+                 ends(kBits, kIdFailed, std::string(sights, '!')), ends(255, kIdFailed, none));
 }
 
 std::vector<Operation> identifierRows(Place place, const std::string& where) {
     return {
-        shortIdRow(place, where + "Identifier",
-                   {{"GetActiveID", [] { return GetActiveID(buffer().data(), 32) + 0LL; }}},
-                   {kBuffer, kOwnBuffer}),
-        shortIdRow(
+        idRow(place, where + "Identifier",
+              {{"GetActiveID", [] { return GetActiveID(buffer().data(), 32) + 0LL; }}},
+              {kBuffer, kOwnBuffer}, shortId),
+        idRow(
             place, where + "IdentifierOfTheFamily",
             {{"zeltag_GetActiveID", [] { return zeltag_GetActiveID(buffer().data(), 32) + 0LL; }}},
-            {kBuffer}),
-        shortIdRow(place, where + "IdentifierInOwnBuffer",
-                   {{"getActiveID", [] { return getActiveID(32) + 0LL; }},
-                    {"zeltag_getActiveID", [] { return zeltag_getActiveID(32) + 0LL; }}},
-                   {kOwnBuffer}),
-        longIdRow(place, where + "LongIdentifier",
-                  {{"GetActiveID32", [] { return GetActiveID32(buffer().data(), 32) + 0LL; }}},
-                  {kBuffer, kOwnBuffer}),
-        longIdRow(place, where + "LongIdentifierOfTheFamily",
-                  {{"zeltag_GetActiveID32",
-                    [] { return zeltag_GetActiveID32(buffer().data(), 32) + 0LL; }}},
-                  {kBuffer}),
-        longIdRow(place, where + "LongIdentifierInOwnBuffer",
-                  {{"getActiveID32", [] { return getActiveID32(32) + 0LL; }},
-                   {"zeltag_getActiveID32", [] { return zeltag_getActiveID32(32) + 0LL; }}},
-                  {kOwnBuffer}),
+            {kBuffer}, shortId),
+        idRow(place, where + "IdentifierInOwnBuffer",
+              {{"getActiveID", [] { return getActiveID(32) + 0LL; }},
+               {"zeltag_getActiveID", [] { return zeltag_getActiveID(32) + 0LL; }}},
+              {kOwnBuffer}, shortId),
+        idRow(place, where + "LongIdentifier",
+              {{"GetActiveID32", [] { return GetActiveID32(buffer().data(), 32) + 0LL; }}},
+              {kBuffer, kOwnBuffer}, longId),
+        idRow(place, where + "LongIdentifierOfTheFamily",
+              {{"zeltag_GetActiveID32",
+                [] { return zeltag_GetActiveID32(buffer().data(), 32) + 0LL; }}},
+              {kBuffer}, longId),
+        idRow(place, where + "LongIdentifierInOwnBuffer",
+              {{"getActiveID32", [] { return getActiveID32(32) + 0LL; }},
+               {"zeltag_getActiveID32", [] { return zeltag_getActiveID32(32) + 0LL; }}},
+              {kOwnBuffer}, longId),
     };
 }
 
@@ -91,25 +82,13 @@ Operation queuedRow(Place place, const std::string& where) {
             .place = place,
             .calls = {{"GetQueuedID", [] { return GetQueuedID(1, 0) + 0LL; }},
                       {"zeltag_GetQueuedID", [] { return zeltag_GetQueuedID(1, 0) + 0LL; }}},
-            .prepare =
-                [] {
-                    sim::QueuedId entry{.age = 0x1234, .byte2 = 5, .word3 = 0x0607, .byte7 = 8};
-                    entry.id.fill(0x22);
-                    apparatus().tag->queue(entry);
-                    std::memset(&QueuedID, 0x77, sizeof QueuedID);
-                    prepareId();
-                },
-            .sights = {{"page 0", [] { return shown(std::span(QueuedID.id).first(8)); }},
-                       {"page 1", [] { return shown(std::span(QueuedID.id).subspan(8, 8)); }},
-                       {"page 2", [] { return shown(std::span(QueuedID.id).subspan(16, 8)); }},
-                       {"page 3", [] { return shown(std::span(QueuedID.id).subspan(24)); }},
-                       {"age", [] { return shownWords({static_cast<long long>(QueuedID.age)}); }},
-                       kOwnBuffer},
-            .steps = {frame("0C020001", ends(0, kIdFailed, "......")),
-                      frame("0C020101", ends(0, kIdFailed, "+.....")),
-                      frame("0C020201", ends(0, kIdFailed, "++...!")),
-                      frame("0C020301", ends(0, kIdFailed, "+++..!")),
-                      frame("0C020401", ends(0, kIdFailed, "++++.!"))},
+            .prepare = prepareQueued,
+            .sights = kQueuedSights,
+            .steps = {frame("0C020001", ends(0, kIdFailed, ".......")),
+                      frame("0C020101", ends(0, kIdFailed, "+......")),
+                      frame("0C020201", ends(0, kIdFailed, "++....!")),
+                      frame("0C020301", ends(0, kIdFailed, "+++...!")),
+                      frame("0C020401", ends(0, kIdFailed, "++++..!"))},
             .again = getInStep};
 }
 

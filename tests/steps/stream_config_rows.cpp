@@ -169,20 +169,8 @@ Operation probeRow() {
     return {.name = "LineProbeForConfigurations",
             .place = Place::PlusLine,
             .calls = {{"SendGetTagPlus", [] { return SendGetTagPlus() + 0LL; }}},
-            .prepare =
-                [] {
-                    record().iActConfig = 1;
-                    reader().configuration(0).cardType = 0x1204;
-                    reader().configuration(0).cardPriority = true;
-                    config().iCardType = 0x7707;
-                },
-            .sights = {{"state", [] { return shownWords({record().iTagPlusState}); }},
-                       {"highest", [] { return shownWords({record().iMaxConfig}); }},
-                       {"active", [] { return shownWords({record().iActConfig}); }},
-                       {"card type",
-                        [] {
-                            return shownWords({config().iCardType, config().iCardPriority});
-                        }}},
+            .prepare = prepareProbe,
+            .sights = kProbeSights,
             .steps = {frame("09010000", plain, kTwice)},
             .seen = "..++"};
 }

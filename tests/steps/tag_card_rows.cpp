@@ -5,7 +5,7 @@
 #include "family/tag/tag.h"
 #include "frame/zelTagAPI.h"
 #include "tests/steps/rows.h"
-#include "tests/steps/sights.h"
+#include "tests/steps/tag_card.h"
 
 #include <algorithm>
 #include <cstring>
@@ -16,11 +16,6 @@ namespace {
 
 constexpr std::int64_t kIdFailed = 0x1000000;
 constexpr int kBits = 200;
-
-void prepareId() {
-    freshBuffer(ZELTAGAPI_ID_SIZE);
-    std::ranges::fill(activeIDBuf, std::uint8_t{0x77});
-}
 
 // The identifier is copied before the bit count is asked for.
 Steps shortIdSteps(const std::string& none, const std::string& other, const std::string& good) {
@@ -97,24 +92,8 @@ Operation queuedRow() {
             .place = Place::TagReports,
             .calls = {{"GetQueuedID", [] { return GetQueuedID(1, 0) + 0LL; }},
                       {"zeltag_GetQueuedID", [] { return zeltag_GetQueuedID(1, 0) + 0LL; }}},
-            .prepare =
-                [] {
-                    sim::QueuedId entry{.age = 0x1234, .byte2 = 5, .word3 = 0x0607, .byte7 = 8};
-                    entry.id.fill(0x22);
-                    apparatus().tag->queue(entry);
-                    std::memset(&QueuedID, 0x77, sizeof QueuedID);
-                    prepareId();
-                },
-            .sights = {{"page 0", [] { return shown(std::span(QueuedID.id).first(8)); }},
-                       {"page 1", [] { return shown(std::span(QueuedID.id).subspan(8, 8)); }},
-                       {"page 2", [] { return shown(std::span(QueuedID.id).subspan(16, 8)); }},
-                       {"page 3", [] { return shown(std::span(QueuedID.id).subspan(24)); }},
-                       {"age", [] { return shownWords({static_cast<long long>(QueuedID.age)}); }},
-                       {"words",
-                        [] {
-                            return shownWords({QueuedID.word40, QueuedID.byte42, QueuedID.byte43});
-                        }},
-                       kOwnBuffer},
+            .prepare = prepareQueued,
+            .sights = kQueuedSights,
             .steps = {
                 query("8C020001", ends(0, kIdFailed, "000000."), passes(1, 0, "!+++++!"),
                       passes(1, 0, "!+++++!")),

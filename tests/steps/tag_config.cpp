@@ -67,6 +67,21 @@ const std::vector<Sight> kWriteSights = {
      }},
 };
 
+const std::vector<Sight> kProbeSights = {
+    {"state", [] { return shownWords({record().iTagPlusState}); }},
+    {"highest", [] { return shownWords({record().iMaxConfig}); }},
+    {"active", [] { return shownWords({record().iActConfig}); }},
+    {"card type", [] {
+         return shownWords({config().iCardType, config().iCardPriority});
+     }}};
+
+void prepareProbe() {
+    record().iActConfig = 1;
+    config().iCardType = 0x7707;
+    inReader().cardType = 0x1204;
+    inReader().cardPriority = true;
+}
+
 void fillReader(std::size_t n) {
     sim::TagSettings& settings = apparatus().tag->settings();
     settings.luid = 0x1234;

@@ -32,6 +32,11 @@ void prepareWrite();
 // The steps of a read on USB of the one configuration, with its sights.
 Steps readOneSteps();
 
+// What the probe for configurations finds: the state, the highest and the active configuration, its
+// card type.
+extern const std::vector<Sight> kProbeSights;
+void prepareProbe();
+
 // Queries as `then` of an outcome tells them.
 std::string asked(const std::vector<std::string>& commands);
 

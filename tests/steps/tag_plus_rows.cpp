@@ -25,19 +25,8 @@ Operation probeRow() {
     return {.name = "ProbeForConfigurations",
             .place = Place::PlusReports,
             .calls = {{"SendGetTagPlus", [] { return SendGetTagPlus() + 0LL; }}},
-            .prepare =
-                [] {
-                    record().iActConfig = 1;
-                    reader().configuration(0).cardType = 0x1204;
-                    reader().configuration(0).cardPriority = true;
-                },
-            .sights = {{"state", [] { return shownWords({record().iTagPlusState}); }},
-                       {"highest", [] { return shownWords({record().iMaxConfig}); }},
-                       {"active", [] { return shownWords({record().iActConfig}); }},
-                       {"card type",
-                        [] {
-                            return shownWords({config().iCardType, config().iCardPriority});
-                        }}},
+            .prepare = prepareProbe,
+            .sights = kProbeSights,
             .steps = {[] {
                           Outcome plain = lasting(ends(0, 0, "!0.."), "!0..");
                           plain.laterResult = 0;
