@@ -6,9 +6,10 @@ namespace zel::test::steps {
 
 std::vector<Operation> allOperations() {
     std::vector<Operation> all;
-    for (const auto& rows : {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows,
-                             tagBlobRows, streamCardRows, streamConfigRows, asciiRows, bandRows,
-                             bandConfigRows, echoRows, flashRows, connectRows, plusReadRows})
+    for (const auto& rows :
+         {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows, tagBlobRows,
+          streamCardRows, streamConfigRows, asciiRows, bandRows, bandConfigRows, echoRows,
+          flashRows, connectRows, plusReadRows, plusWriteRows})
         all += rows();
     return all;
 }

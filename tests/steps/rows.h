@@ -12,6 +12,7 @@ std::vector<Operation> tagReadRows();
 std::vector<Operation> tagWriteRows();
 std::vector<Operation> tagPlusRows();
 std::vector<Operation> tagBlobRows();
+std::vector<Operation> plusWriteRows();
 std::vector<Operation> plusReadRows();
 std::vector<Operation> flashRows();
 std::vector<Operation> connectRows();
