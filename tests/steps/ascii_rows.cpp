@@ -182,7 +182,7 @@ Operation lineRow(std::string name, std::vector<Call> calls, std::string line, S
             .prepare =
                 [] {
                     fillReader(0);
-                    config().sLEDCtrl = {.bAppCtrlsLED = 1, .iRedLEDState = 1};
+                    config().sLEDCtrl.bAppCtrlsLED = config().sLEDCtrl.iRedLEDState = 1;
                 },
             .sights = {sight},
             .steps = {frame(std::move(line), passes(1, 0, "."), passes(1, 0, "+"))}};

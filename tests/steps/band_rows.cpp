@@ -71,7 +71,8 @@ std::string beeps() {
 
 std::vector<Operation> commandRows(Place place, const std::string& where) {
     static const auto lightRed = [](int (*set)(sLEDCtrl*)) {
-        sLEDCtrl lights = {.bAppCtrlsLED = 1, .iRedLEDState = 1};
+        sLEDCtrl lights = {};
+        lights.bAppCtrlsLED = lights.iRedLEDState = 1;
         return set(&lights) + 0LL;
     };
     return {

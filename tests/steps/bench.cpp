@@ -119,8 +119,9 @@ void BenchTest::set(Place place) {
     default:
         connectStream(place, options);
     }
-    if (isPlus(place))
+    if (isPlus(place)) {
         EXPECT_EQ(SendGetTagPlus(), 1);
+    }
 }
 
 void BenchTest::plugTag(const sim::TagOptions& options) {
