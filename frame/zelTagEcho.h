@@ -154,7 +154,7 @@ ZELTAGAPI_EXPORT int SetIdleParms(struct sIdleParms* record);
  * @{ */
 
 /** Asks what the sensor sees now: one report out (command 0x8F), a pause of 250 ms, one report in.
- * @param record receives the answer
+ * @param record receives the answer; zeros where none came
  * @return 1; 0 with ZELTAGAPI_ERR_SERVICE; the unsupported value without a sensor */
 ZELTAGAPI_EXPORT int GetObjRangeInfo(struct sRangeInfo* record);
 

@@ -88,6 +88,9 @@ void StreamTest::connectLine(std::shared_ptr<sim::StreamDevice> device) {
 
 void StreamTest::connectTcp(std::shared_ptr<sim::StreamDevice> device) {
     int ends[2] = {-1, -1};
+    if (peer_ != -1)
+        close(peer_);
+    pending_.clear();
     EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
     for (const int end : ends)
         fcntl(end, F_SETFL, O_NONBLOCK);
