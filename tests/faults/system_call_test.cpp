@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// The commands while the n-th system call of a kind fails, once or from then on. A short run takes
+// some of the points; ZEL_FAULT_EVERY=1 takes all, see run_long.
+#include "tests/faults/judge.h"
+#include "tests/faults/watched_calls.h"
+#include "tests/support/temporary_folder.h"
+
+#include <algorithm>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <map>
+#include <sys/syscall.h>
+
+namespace zel::test {
+
+namespace {
+
+constexpr int kEvery = 307;      // of the points in a short run; a prime, so that kinds alternate
+constexpr int kForEver = 10'000; // calls: a line that takes nothing holds its writer for good
+
+int every() {
+    const char* const text = std::getenv("ZEL_FAULT_EVERY");
+    return text ? std::max(std::atoi(text), 1) : kEvery;
+}
+
+std::string textOf(const CallFailure& failure) {
+    return std::string(nameOfCall(failure.number)) + " " + std::to_string(failure.nth) + " " +
+           strerrorname_np(failure.error) + (failure.times > 1 ? " from then on" : "");
+}
+
+std::vector<CallFailure> pointsOf(const SceneRun& undisturbed) {
+    std::vector<CallFailure> points;
+    for (const WatchedCall& call : watchedCalls()) {
+        const int count = undisturbed.account.calls.counts[static_cast<std::size_t>(call.number)];
+        for (int nth = 1; nth <= count; ++nth)
+            for (const int error : call.errors)
+                for (const int times : {1, kForEver})
+                    points.push_back({call.number, nth, error, times});
+    }
+    return points;
+}
+
+class SystemCallTest : public ::testing::Test {
+protected:
+    // What is wrong where a call of this number fails, one after the other.
+    std::string faultsOf(const Scene& scene, long number, int error) {
+        const SceneRun undisturbed = undisturbedRun(scene);
+        std::string faults;
+        for (int nth = 1; nth <= undisturbed.account.calls.counts[static_cast<std::size_t>(number)];
+             ++nth) {
+            const CallFailure failure = {number, nth, error, 1};
+            const std::string fault =
+                faultOf(scene, failure, runner_.run(scene, failure), undisturbed);
+            faults += fault.empty() ? "" : textOf(failure) + ": " + fault + "\n";
+        }
+        return faults;
+    }
+
+    SceneRun undisturbedRun(const Scene& scene) {
+        SceneRun run = runner_.run(scene, {});
+        if (run.account.isTrapped)
+            return run;
+        std::cout << "skipped: this machine traps no system calls" << std::endl;
+        std::exit(77);
+    }
+
+    SceneRun run(const Scene& scene, const CallFailure& failure) {
+        return runner_.run(scene, failure);
+    }
+
+private:
+    TemporaryFolder devices_;
+    TemporaryFolder folder_;
+    SceneRunner runner_{devices_.path()};
+};
+
+class FailingSystemCall : public SystemCallTest, public ::testing::WithParamInterface<Scene> {
+protected:
+    void tell(std::size_t points, const std::map<int, int>& exits) const {
+        std::cout << GetParam().name << ": " << points << " points; exit";
+        for (const auto& [exit, count] : exits)
+            std::cout << " " << exit << ": " << count << ";";
+        std::cout << std::endl;
+    }
+};
+
+} // namespace
+
+TEST_P(FailingSystemCall, EndsWithATrueWordAndLeavesFilesWhole) {
+    const SceneRun undisturbed = undisturbedRun(GetParam());
+    ASSERT_EQ(faultOf(GetParam(), {}, undisturbed, undisturbed), "") << undisturbed.err;
+    const auto points = pointsOf(undisturbed);
+    std::map<int, int> exits;
+    std::size_t done = 0;
+    for (std::size_t index = 0; index < points.size(); index += static_cast<std::size_t>(every())) {
+        const SceneRun disturbed = run(GetParam(), points[index]);
+        const std::string fault = faultOf(GetParam(), points[index], disturbed, undisturbed);
+        EXPECT_EQ(fault, "") << textOf(points[index]) << ": exit " << disturbed.exit
+                             << "\nstdout: " << disturbed.out << "\nstderr: " << disturbed.err;
+        ++exits[disturbed.exit];
+        ++done;
+    }
+    tell(done, exits);
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, FailingSystemCall, ::testing::ValuesIn(scenes()),
+                         [](const auto& scene) { return scene.param.name; });
+
+} // namespace zel::test
