@@ -20,7 +20,12 @@ int digitOf(char character) {
     return character >= 'A' && character <= 'F' ? character - 'A' + 10 : -1;
 }
 
-std::ifstream open(const char* name) { return name ? std::ifstream(name) : std::ifstream(); }
+// A line that can't be read throws: lines that end there are no whole firmware.
+std::ifstream open(const char* name) {
+    std::ifstream file = name ? std::ifstream(name) : std::ifstream();
+    file.exceptions(std::ios::badbit);
+    return file;
+}
 
 bool begins(const std::string& line, char mark) { return !line.empty() && line.front() == mark; }
 
@@ -30,6 +35,15 @@ bool Utilities::openInputFile(const char* name) {
     std::ifstream file = open(name);
     if (!file.is_open())
         return false;
+    try {
+        takeLines(file);
+        return true;
+    } catch (const std::ios_base::failure&) {
+        return false;
+    }
+}
+
+void Utilities::takeLines(std::istream& file) {
     bool behindMicro = false;
     for (std::string line; std::getline(file, line);) {
         if (begins(line, kMicroMark))
@@ -37,7 +51,6 @@ bool Utilities::openInputFile(const char* name) {
         else if (behindMicro && begins(line, kBodyMark))
             lines_.push_back(line);
     }
-    return true;
 }
 
 void Utilities::strToUpper(char* text) {

@@ -40,6 +40,7 @@ std::vector<std::string> BootloadRules::storeFile(std::string name) {
     std::ifstream file(name);
     if (!file.is_open())
         refuse(218);
+    file.exceptions(std::ios::badbit); // a header that ends where it can't be read isn't whole
     for (std::string line; std::getline(file, line);) {
         if (!line.empty() && line.back() == '\r')
             line.pop_back();

@@ -46,9 +46,10 @@ const char* guarded(const char* (*operation)(const char*), const char* name) {
     }
 }
 
-void describe(const char* name, zelFirmwareFile& file) {
+bool describe(const char* name, zelFirmwareFile& file) {
     Utilities image;
-    image.openInputFile(name);
+    if (!image.openInputFile(name))
+        return false;
     BootloadRules rules;
     const std::vector<std::string> header = rules.storeFile(name);
     const int section = rules.getIndexNewFW(header);
@@ -57,6 +58,7 @@ void describe(const char* name, zelFirmwareFile& file) {
     const signed char micro = image.getMicro(name);
     file.micro = micro < 0 ? -1 : static_cast<unsigned char>(micro);
     file.lines = static_cast<int>(image.lines().size());
+    return true;
 }
 
 } // namespace
@@ -70,8 +72,7 @@ int zelTagAPI_readFirmware(const char* name, zelFirmwareFile* file) {
         return 0;
     *file = {};
     try {
-        describe(name, *file);
-        return 1;
+        return describe(name, *file) ? 1 : 0;
     } catch (...) {
         return 0;
     }
@@ -82,7 +83,8 @@ int Bootload(const char* name) {
         FlashReader flash;
         const std::unique_ptr<IBootload> loader(flash.getProductInterfaceType());
         return loader ? flash.fwFlash(loader.get(), name) : 0;
-    } catch (...) {
+    } catch (...) { // the file can't be read, or there is no memory for it
+        activeRecord().lLastErr |= ZELTAGAPI_ERR_BOOT_FILE;
         return 0;
     }
 }

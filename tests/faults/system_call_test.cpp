@@ -41,6 +41,11 @@ std::vector<CallFailure> pointsOf(const SceneRun& undisturbed) {
     return points;
 }
 
+const Scene& sceneOf(const std::string& name) {
+    return *std::find_if(scenes().begin(), scenes().end(),
+                         [&](const Scene& scene) { return scene.name == name; });
+}
+
 class SystemCallTest : public ::testing::Test {
 protected:
     // What is wrong where a call of this number fails, one after the other.
@@ -75,6 +80,8 @@ private:
     SceneRunner runner_{devices_.path()};
 };
 
+using UnreadableFile = SystemCallTest;
+
 class FailingSystemCall : public SystemCallTest, public ::testing::WithParamInterface<Scene> {
 protected:
     void tell(std::size_t points, const std::map<int, int>& exits) const {
@@ -102,6 +109,10 @@ TEST_P(FailingSystemCall, EndsWithATrueWordAndLeavesFilesWhole) {
         ++done;
     }
     tell(done, exits);
+}
+
+TEST_F(UnreadableFile, OfFirmwareIsNeverLoadedInPart) {
+    EXPECT_EQ(faultsOf(sceneOf("FirmwareLoad"), SYS_read, EIO), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, FailingSystemCall, ::testing::ValuesIn(scenes()),
