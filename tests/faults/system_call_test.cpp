@@ -115,6 +115,11 @@ TEST_F(UnreadableFile, OfFirmwareIsNeverLoadedInPart) {
     EXPECT_EQ(faultsOf(sceneOf("FirmwareLoad"), SYS_read, EIO), "");
 }
 
+TEST_F(UnreadableFile, OfSettingsIsNeverImportedInPart) {
+    EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_read, EIO), "");
+    EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_openat, ENFILE), "");
+}
+
 INSTANTIATE_TEST_SUITE_P(Commands, FailingSystemCall, ::testing::ValuesIn(scenes()),
                          [](const auto& scene) { return scene.param.name; });
 
