@@ -35,8 +35,9 @@ void writeAll(std::FILE* file, const tsDevDat& record) {
 
 // A file that can't be read to its end changes nothing.
 bool readAll(std::FILE* file, tsDevDat& record) {
+    if (std::fseek(file, 0, SEEK_SET) != 0) // a pipe
+        return false;
     const tsDevDat before = record;
-    std::rewind(file);
     cfgfile::BandLines lines(file);
     while (const char* const line = lines.next())
         if (const cfgfile::BandValue value = cfgfile::bandValueIn(line); value.key)

@@ -23,8 +23,8 @@ constexpr int kHighestConfig = ZELTAGAPI_MAX_CONFIGS - 1;
 bool hasTitle(std::FILE* file) {
     char head[kTitleWithin];
     const std::size_t read = std::fread(head, 1, sizeof head, file);
-    std::rewind(file);
-    return std::string_view(head, read).find(kTitle) != std::string_view::npos;
+    const bool isAtBegin = std::fseek(file, 0, SEEK_SET) == 0; // a pipe can't be read again
+    return isAtBegin && std::string_view(head, read).find(kTitle) != std::string_view::npos;
 }
 
 void dropLine(std::FILE* file) {

@@ -121,7 +121,6 @@ std::size_t Machine::memory() const {
     for (const auto& configuration : reader_->committed().configuration) {
         addTo(memory, configuration.block);
         addTo(memory, configuration.page);
-        addTo(memory, configuration.cardType);
     }
     for (const auto& blob : reader_->blobs())
         for (const auto byte : blob.data)

@@ -31,7 +31,8 @@ public:
     // HOST:PORT of the bridge.
     std::string bridge() const;
 
-    // All that the reader keeps, in a number.
+    // What the reader keeps, in a number; without the card type, of which WriteCfg() doesn't tell
+    // whether it got there.
     std::size_t memory() const;
 
     // Calls go to the machine there is, or to the one below it.

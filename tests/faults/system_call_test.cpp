@@ -118,6 +118,7 @@ TEST_F(UnreadableFile, OfFirmwareIsNeverLoadedInPart) {
 TEST_F(UnreadableFile, OfSettingsIsNeverImportedInPart) {
     EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_read, EIO), "");
     EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_openat, ENFILE), "");
+    EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_lseek, ESPIPE), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, FailingSystemCall, ::testing::ValuesIn(scenes()),
