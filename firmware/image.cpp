@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <utility>
 
 namespace {
 
@@ -29,6 +30,10 @@ std::ifstream open(const char* name) {
 
 bool begins(const std::string& line, char mark) { return !line.empty() && line.front() == mark; }
 
+signed char microIn(const std::string& line) {
+    return static_cast<signed char>((line.size() > 1 ? line[1] : '\0') - '0');
+}
+
 } // namespace
 
 bool Utilities::openInputFile(const char* name) {
@@ -46,8 +51,8 @@ bool Utilities::openInputFile(const char* name) {
 void Utilities::takeLines(std::istream& file) {
     bool behindMicro = false;
     for (std::string line; std::getline(file, line);) {
-        if (begins(line, kMicroMark))
-            behindMicro = true;
+        if (begins(line, kMicroMark) && !std::exchange(behindMicro, true))
+            micro_ = microIn(line);
         else if (behindMicro && begins(line, kBodyMark))
             lines_.push_back(line);
     }
@@ -90,6 +95,6 @@ signed char Utilities::getMicro(const char* name) {
     std::ifstream file = open(name);
     for (std::string line; std::getline(file, line);)
         if (begins(line, kMicroMark))
-            return static_cast<signed char>((line.size() > 1 ? line[1] : '\0') - '0');
+            return microIn(line);
     return -1;
 }

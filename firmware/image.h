@@ -33,8 +33,12 @@ public:
 
     const std::vector<std::string>& lines() const { return lines_; }
 
+    // What getMicro() tells, of the file that the lines are of.
+    signed char micro() const { return micro_; }
+
 private:
     void takeLines(std::istream& file);
 
     std::vector<std::string> lines_;
+    signed char micro_ = -1;
 };
