@@ -2,7 +2,7 @@
 // Reads the body of a firmware file.
 #include "firmware/image.h"
 
-#include "firmware/pause.h"
+#include "base/pause.h"
 
 #include <cstdint>
 #include <cstring>
@@ -87,9 +87,7 @@ unsigned short Utilities::encryptData(char* line, unsigned char* output) {
     return count;
 }
 
-void Utilities::setSleep(int microseconds) {
-    zel::firmware::pause(static_cast<unsigned>(microseconds));
-}
+void Utilities::setSleep(int microseconds) { zel::pauseFor(static_cast<unsigned>(microseconds)); }
 
 signed char Utilities::getMicro(const char* name) {
     std::ifstream file = open(name);
