@@ -46,6 +46,21 @@ TEST_F(Pause, EndsUnderATimerThatIsFasterThanItsSteps) {
     }
 }
 
+// Connects, and the pauses of all of it.
+TEST_F(Pause, IsAsLongWhenTheClockJumpsBack) {
+    traceNothing();
+    plugReader();
+    takePausedMicroseconds();
+    EXPECT_EQ(USBConnect(nullptr), 1);
+    const std::uint64_t wanted = takePausedMicroseconds();
+    USBDisconnect();
+    forgiveHaste(); // the simulated reader has the same clock
+    takePausedMicroseconds();
+    onPause([](std::uint64_t) { setVirtualMicroseconds(virtualMicroseconds() - 3'600'000'000U); });
+    EXPECT_EQ(USBConnect(nullptr), 1);
+    EXPECT_EQ(takePausedMicroseconds(), wanted);
+}
+
 // A reader that is asked too early would be told at the end.
 TEST_F(Pause, LetsAReaderFinishUnderATimer) {
     traceNothing();
