@@ -17,6 +17,7 @@ namespace zel::test {
 namespace {
 
 constexpr int kEvery = 307;      // of the points in a short run; a prime, so that kinds alternate
+constexpr int kCannotWrite = 73; // an exit code
 constexpr int kForEver = 10'000; // calls: a line that takes nothing holds its writer for good
 
 int every() {
@@ -87,6 +88,7 @@ private:
 };
 
 using UnreadableFile = SystemCallTest;
+using WrittenFile = SystemCallTest;
 
 class FailingSystemCall : public SystemCallTest, public ::testing::WithParamInterface<Scene> {
 protected:
@@ -125,6 +127,16 @@ TEST_F(UnreadableFile, OfSettingsIsNeverImportedInPart) {
     EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_read, EIO), "");
     EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_openat, ENFILE), "");
     EXPECT_EQ(faultsOf(sceneOf("ConfigImport"), SYS_lseek, ESPIPE), "");
+}
+
+// Some disks tell of what they didn't take only then.
+TEST_F(WrittenFile, OfATraceIsToldWhenItsCloseFails) {
+    const Scene& scene = sceneOf("Trace");
+    const SceneRun undisturbed = undisturbedRun(scene);
+    int told = 0;
+    for (int nth = 1; nth <= undisturbed.account.calls.counts[SYS_close]; ++nth)
+        told += run(scene, {SYS_close, nth, EDQUOT, 1}).exit == kCannotWrite;
+    EXPECT_EQ(told, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, FailingSystemCall, ::testing::ValuesIn(scenes()),
