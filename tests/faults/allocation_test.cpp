@@ -110,8 +110,9 @@ private:
             result = call();
             failures = FailingAllocations::failures();
         }
-        if (result == 1)
+        if (result == 1) {
             EXPECT_EQ(effect(), wanted) << "tells success";
+        }
         EXPECT_EQ(call(), 1) << "the next call";
         EXPECT_EQ(effect(), wanted);
         EXPECT_EQ(heldBlocks(), before);
