@@ -68,8 +68,8 @@ TEST_F(Pause, LetsAReaderFinishUnderATimer) {
     limitPauses(800);
     EXPECT_EQ(USBConnect(nullptr), 1);
     reader->present(sim::card26(26, 3512));
-    unsigned char id[8] = {};
-    EXPECT_EQ(GetActiveID(id, sizeof id), 26);
+    unsigned char id[32] = {};
+    EXPECT_EQ(GetActiveID(id, 8), 26);
     sTimeParms times = {};
     EXPECT_EQ(GetTimeParms(&times), 1);
     times.iIDHoldTO = 2000;

@@ -102,7 +102,7 @@ private:
     // No scan finds a sensor: its handle is handed over.
     static void workOnSensor() {
         const auto sensor = std::make_shared<sim::EchoSensor>();
-        char name[] = "sensor";
+        char name[512] = "sensor"; // as long as the library's
         const auto port =
             bus().plug(sensor, {sim::EchoSensor::kVendor, sim::EchoSensor::kProduct, name});
         zelecho_FoundDevice(name, bus().open(port), -1);
@@ -155,8 +155,8 @@ private:
         for (int poll = 0; poll < kPolls; ++poll) {
             const bool hasCard = poll / 50 % 2 != 0;
             reader.present(hasCard ? sim::card26(26, 3512) : sim::Card{});
-            unsigned char id[8] = {};
-            EXPECT_EQ(GetActiveID(id, sizeof id), hasCard ? 26 : 0);
+            unsigned char id[32] = {};
+            EXPECT_EQ(GetActiveID(id, 8), hasCard ? 26 : 0);
             if (poll % kPollsPerWrite == 0)
                 writeSettings(poll / kPollsPerWrite % 2 == 0 ? 1000 : 2000);
             wait(kPollPause);
