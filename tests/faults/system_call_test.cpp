@@ -16,7 +16,7 @@ namespace zel::test {
 
 namespace {
 
-constexpr int kEvery = 307;      // of the points in a short run; a prime, so that kinds alternate
+constexpr int kEvery = 503;      // of the points in a short run; a prime, so that kinds alternate
 constexpr int kCannotWrite = 73; // an exit code
 constexpr int kForEver = 10'000; // calls: a line that takes nothing holds its writer for good
 
