@@ -27,7 +27,8 @@ def run(words, **options):
 
 def in_a_disk(zeltag, size, more):
     """A shell's last lines on a disk of its own, with an old file of a page on it."""
-    script = (f'mount -t tmpfs -o size={size} none "$1" && cd "$1" && printf old >old.txt || exit 99\n'
+    script = (f'mount -t tmpfs -o size={size} none "$1" && cd "$1" && printf old >old.txt'
+              ' || exit 99\n'
               f'{more}\n"$2" config export old.txt --sim\ncode=$?\nls -A\ncat old.txt\nexit $code')
     with tempfile.TemporaryDirectory() as folder:
         told = run(["unshare", "--map-root-user", "--mount", "sh", "-c", script, "sh", folder,
@@ -87,9 +88,9 @@ def long_paths(zeltag):
     with tempfile.TemporaryDirectory() as folder:
         for size in (511, 512, 1024, LONGEST_PATH - 60):
             path = path_of(folder, size)
-            expect(run([zeltag, "config", "export", path, "--sim"]).returncode, 0, f"export, {size}")
-            expect(run([zeltag, "file", "check", path]).returncode, 0, f"check, {size}")
-            expect(run([zeltag, "config", "import", path, "--sim"]).returncode, 0, f"import, {size}")
+            for words in (["config", "export", "--sim"], ["file", "check"],
+                          ["config", "import", "--sim"]):
+                expect(run([zeltag, *words, path]).returncode, 0, f"{words} of {size} characters")
         longest = path_of(folder, LONGEST_PATH)
         expect(run([zeltag, "config", "export", longest, "--sim"]).returncode in (0, 73), True,
                "there may be no room for the name of a temporary file")
