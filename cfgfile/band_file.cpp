@@ -33,11 +33,18 @@ void writeAll(std::FILE* file, const tsDevDat& record) {
     writeLine(file, "//##END##: ", "\n");
 }
 
-void readAll(std::FILE* file, tsDevDat& record) {
+// A file that can't be read to its end changes nothing.
+bool readAll(std::FILE* file, tsDevDat& record) {
+    if (std::fseek(file, 0, SEEK_SET) != 0) // a pipe
+        return false;
+    const tsDevDat before = record;
     cfgfile::BandLines lines(file);
     while (const char* const line = lines.next())
         if (const cfgfile::BandValue value = cfgfile::bandValueIn(line); value.key)
             store(*value.key, record, value.number);
+    if (std::ferror(file) != 0)
+        record = before;
+    return std::ferror(file) == 0;
 }
 
 } // namespace
@@ -62,11 +69,7 @@ int zelband_ReadDevCfgFmFile(const char* name) {
     std::FILE* file = nullptr;
     if (!name || fopen_s(&file, name, "rt") != 0)
         return 0;
-    const bool isOurs = cfgfile::hasBandTitle(file);
-    if (isOurs) {
-        std::rewind(file);
-        readAll(file, activeRecord());
-    }
+    const bool isRead = cfgfile::hasBandTitle(file) && readAll(file, activeRecord());
     std::fclose(file);
-    return isOurs ? 1 : 0;
+    return isRead ? 1 : 0;
 }

@@ -68,7 +68,7 @@ int ProcessSonarTokenVal(const char* name, int value, std::uint16_t* area) {
     const auto number = static_cast<std::uint16_t>(value);
     for (const Section& section : kSections)
         for (std::size_t word = 0; word < section.names.size(); ++word)
-            if (_stricmp(textOf(section.names[word].name), name) == 0) {
+            if (cfgfile::isSameKey(textOf(section.names[word].name), name)) {
                 std::memcpy(reinterpret_cast<unsigned char*>(area) + placeOf(section, word),
                             &number, sizeof number);
                 return 1;

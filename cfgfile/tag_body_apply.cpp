@@ -65,6 +65,8 @@ int ReadFCfgBody(FILE* file) {
         return 0;
     tsTagCfg config = live();
     cfgfile::parseBody(file, config);
+    if (std::ferror(file) != 0) // what couldn't be read may change what was
+        return 1;
     cfgfile::keepForm(live(), config);
     applyAll(config);
     return 1;

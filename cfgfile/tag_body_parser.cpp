@@ -80,7 +80,7 @@ private:
 
 // The value takes the low half of an option's word.
 bool storeOption(const tsNamePair& pair, const char* name, short value, std::uint32_t& option) {
-    if (_stricmp(textOf(pair.name), name) != 0)
+    if (!isSameKey(textOf(pair.name), name))
         return false;
     option = (option & 0xFFFF0000U) | static_cast<std::uint16_t>(value);
     return true;
@@ -88,7 +88,7 @@ bool storeOption(const tsNamePair& pair, const char* name, short value, std::uin
 
 bool storeWord(const Section& section, const char* name, short value, tsTagCfg& config) {
     for (const tag::Word& word : tag::wordsOf(section.record)) {
-        if (_stricmp(textOf(section.names[word.index].name), name) != 0)
+        if (!isSameKey(textOf(section.names[word.index].name), name))
             continue;
         tag::set(config, word, value);
         return true;

@@ -23,8 +23,8 @@ constexpr int kHighestConfig = ZELTAGAPI_MAX_CONFIGS - 1;
 bool hasTitle(std::FILE* file) {
     char head[kTitleWithin];
     const std::size_t read = std::fread(head, 1, sizeof head, file);
-    std::rewind(file);
-    return std::string_view(head, read).find(kTitle) != std::string_view::npos;
+    const bool isAtBegin = std::fseek(file, 0, SEEK_SET) == 0; // a pipe can't be read again
+    return isAtBegin && std::string_view(head, read).find(kTitle) != std::string_view::npos;
 }
 
 void dropLine(std::FILE* file) {
@@ -49,6 +49,9 @@ void readCardLines(std::FILE* file, tsTagCfg& config) {
     dropLine(file);
 }
 
+// A file that ends where it can't be read on isn't a short one.
+bool wasRead(std::FILE* file) { return std::ferror(file) == 0; }
+
 // Marks the next configuration as filled before anything is known of it.
 void markNext(int index) {
     if (index < kHighestConfig)
@@ -65,6 +68,8 @@ int readConfigs(std::FILE* file, int highest) {
         readCardLines(file, activeConfig(activeRecord()));
         markNext(index);
         dropLine(file);
+        if (!wasRead(file))
+            result = 0;
         if (result != 0)
             result = static_cast<std::int16_t>(WriteCfg());
     }
@@ -80,7 +85,7 @@ int readFrom(std::FILE* file) {
     if (highest > 0)
         return readConfigs(file, highest);
     ReadFCfgBody(file);
-    return static_cast<std::int16_t>(WriteCfg());
+    return wasRead(file) ? static_cast<std::int16_t>(WriteCfg()) : 0;
 }
 
 // As a reader of `count` configurations takes them.
@@ -110,8 +115,9 @@ int zelTagAPI_readTemplate(const char* name, tsTagCfg* configs, int count, int f
     if (fopen_s(&file, name, "rt") != 0)
         return 0;
     const int found = parseConfigs(file, configs, count, forReader != 0);
+    const bool isWhole = wasRead(file);
     std::fclose(file);
-    return found;
+    return isWhole ? found : 0;
 }
 
 int zeltag_ReadDevCfgFmFile(const char* name) {

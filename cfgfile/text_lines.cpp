@@ -2,9 +2,17 @@
 // Reads lines and takes them apart.
 #include "cfgfile/text_lines.h"
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 
 namespace zel::cfgfile {
+
+namespace {
+
+char inLowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+} // namespace
 
 char* Lines::next() {
     char* text = pieces_.next();
@@ -14,6 +22,13 @@ char* Lines::next() {
 }
 
 bool isComment(const char* text) { return *text == '\0' || *text == '/' || *text == ':'; }
+
+bool isSameKey(const char* a, const char* b) {
+    const std::string_view first = a;
+    const std::string_view second = b;
+    return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                      [](char c, char d) { return inLowerCase(c) == inLowerCase(d); });
+}
 
 KeyValue keyValueIn(char* text) {
     constexpr char kBetween[] = ", =\t";

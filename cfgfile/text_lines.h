@@ -58,6 +58,10 @@ struct KeyValue {
     std::uint16_t value = 0;
 };
 
+// Whether two keys are equal but for the case of the letters A to Z, whatever the locale: in the
+// Turkish one "I" isn't the capital of "i".
+bool isSameKey(const char* a, const char* b);
+
 // Takes a line apart, in place: a key, then a number, with commas, blanks, equals signs or tabs
 // between them.
 KeyValue keyValueIn(char* text);

@@ -4,7 +4,7 @@
 #include "firmware/boot_loader.h"
 
 #include "base/bytes.h"
-#include "firmware/pause.h"
+#include "base/pause.h"
 #include "frame/zelTagErrors.h"
 #include "frame/zelTagState.h"
 #include "transport/usb_driver.h"
@@ -14,6 +14,7 @@
 #include <cstdint>
 
 using namespace zel::firmware;
+using zel::pauseFor;
 
 namespace {
 
@@ -74,7 +75,7 @@ int awaitEntry() {
         }
         if (reply[kStatus] != kPollAgain || left == 0)
             return fail(ZELTAGAPI_ERR_BOOT_REFUSED);
-        pause(kEntryPollPause);
+        pauseFor(kEntryPollPause);
     }
 }
 
@@ -89,18 +90,18 @@ void noteDetail(unsigned char detail) {
 void heedDelay(const unsigned char* reply) {
     const unsigned delay = zel::wordOf(reply[kDelay + 1], reply[kDelay]);
     if (ReaderIsLark != 0 && delay >= 1 && delay <= kLongestDelay)
-        pause(delay * 1000);
+        pauseFor(delay * 1000);
 }
 
 } // namespace
 
 int ZelTagUsbBootload::enterBlMode(unsigned char micro) {
     giTargetMicro = micro;
-    pause(kBeforeEntryPause);
+    pauseFor(kBeforeEntryPause);
     const bool sent = sendReport({0, kEnter, micro});
     if (!sent)
         fail(ZELTAGAPI_ERR_BOOT_ENTRY);
-    pause(kAfterEntryPause);
+    pauseFor(kAfterEntryPause);
     return awaitEntry() != 0 && sent ? 1 : 0;
 }
 
@@ -115,7 +116,7 @@ int ZelTagUsbBootload::createAndSendLineBuffer(int count, const char* data) {
         if (!sendReport(report))
             return fail(ZELTAGAPI_ERR_BOOT_FRAME);
         if (ReaderIsLark == 0 && fastBootloader == 0)
-            pause(kFramePause);
+            pauseFor(kFramePause);
     }
     return 1;
 }
@@ -123,11 +124,11 @@ int ZelTagUsbBootload::createAndSendLineBuffer(int count, const char* data) {
 void ZelTagUsbBootload::customSleep(unsigned char pollsLeft) {
     const bool firstPoll = pollsLeft == kLinePolls - 1;
     if (giTargetMicro != 0)
-        pause(kOtherMicroPause);
+        pauseFor(kOtherMicroPause);
     else if (ReaderIsLark == 1)
-        pause(firstPoll ? kQuickPause : kSlowPause);
+        pauseFor(firstPoll ? kQuickPause : kSlowPause);
     else
-        pause(delayNextLine != 0 ? kSlowPause : kQuickPause);
+        pauseFor(delayNextLine != 0 ? kSlowPause : kQuickPause);
 }
 
 unsigned ZelTagUsbBootload::verifyReturnedChar(unsigned char status, const unsigned char* reply) {

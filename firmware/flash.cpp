@@ -79,11 +79,10 @@ IBootload* FlashReader::getProductInterfaceType() {
 
 int FlashReader::fwFlash(IBootload* loader, const char* name) {
     Utilities image;
-    const auto micro = static_cast<unsigned char>(image.getMicro(name));
     if (!image.openInputFile(name))
         return fail(ZELTAGAPI_ERR_BOOT_FILE);
     const FlashUnderWay underWay;
-    if (loader->enterBlMode(micro) == 0)
+    if (loader->enterBlMode(static_cast<unsigned char>(image.micro())) == 0)
         return fail(ZELTAGAPI_ERR_BOOT_ENTRY);
     catchSignals();
     return sendLines(*this, *loader, image);

@@ -2,6 +2,8 @@
 // Looks values up in the header of a firmware file.
 #include "firmware/header_lines.h"
 
+#include <fstream>
+
 namespace zel::firmware {
 
 namespace {
@@ -17,6 +19,22 @@ std::ptrdiff_t find(const HeaderLines& lines, const std::string& value, std::ptr
 }
 
 } // namespace
+
+std::optional<HeaderLines> headerOf(const std::string& name) {
+    std::ifstream file(name);
+    if (!file.is_open())
+        return std::nullopt;
+    file.exceptions(std::ios::badbit);
+    HeaderLines lines;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        if (line == "M0" || line == "M1")
+            break;
+        lines.push_back(line);
+    }
+    return lines;
+}
 
 std::string valueOf(const std::string& line) {
     const std::size_t blank = line.find(' ');

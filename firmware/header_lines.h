@@ -4,12 +4,17 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace zel::firmware {
 
 using HeaderLines = std::vector<std::string>;
+
+// The lines of a file in front of "M0" or "M1"; nothing for a file that can't be opened. Throws
+// where it can't be read on: a header that ends there isn't whole.
+std::optional<HeaderLines> headerOf(const std::string& name);
 
 // A line from its first blank on, with the blank; empty without one.
 std::string valueOf(const std::string& line);

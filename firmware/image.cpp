@@ -2,11 +2,12 @@
 // Reads the body of a firmware file.
 #include "firmware/image.h"
 
-#include "firmware/pause.h"
+#include "base/pause.h"
 
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <utility>
 
 namespace {
 
@@ -20,9 +21,18 @@ int digitOf(char character) {
     return character >= 'A' && character <= 'F' ? character - 'A' + 10 : -1;
 }
 
-std::ifstream open(const char* name) { return name ? std::ifstream(name) : std::ifstream(); }
+// A line that can't be read throws: lines that end there are no whole firmware.
+std::ifstream open(const char* name) {
+    std::ifstream file = name ? std::ifstream(name) : std::ifstream();
+    file.exceptions(std::ios::badbit);
+    return file;
+}
 
 bool begins(const std::string& line, char mark) { return !line.empty() && line.front() == mark; }
+
+signed char microIn(const std::string& line) {
+    return static_cast<signed char>((line.size() > 1 ? line[1] : '\0') - '0');
+}
 
 } // namespace
 
@@ -30,14 +40,22 @@ bool Utilities::openInputFile(const char* name) {
     std::ifstream file = open(name);
     if (!file.is_open())
         return false;
+    try {
+        takeLines(file);
+        return true;
+    } catch (const std::ios_base::failure&) {
+        return false;
+    }
+}
+
+void Utilities::takeLines(std::istream& file) {
     bool behindMicro = false;
     for (std::string line; std::getline(file, line);) {
-        if (begins(line, kMicroMark))
-            behindMicro = true;
+        if (begins(line, kMicroMark) && !std::exchange(behindMicro, true))
+            micro_ = microIn(line);
         else if (behindMicro && begins(line, kBodyMark))
             lines_.push_back(line);
     }
-    return true;
 }
 
 void Utilities::strToUpper(char* text) {
@@ -69,14 +87,12 @@ unsigned short Utilities::encryptData(char* line, unsigned char* output) {
     return count;
 }
 
-void Utilities::setSleep(int microseconds) {
-    zel::firmware::pause(static_cast<unsigned>(microseconds));
-}
+void Utilities::setSleep(int microseconds) { zel::pauseFor(static_cast<unsigned>(microseconds)); }
 
 signed char Utilities::getMicro(const char* name) {
     std::ifstream file = open(name);
     for (std::string line; std::getline(file, line);)
         if (begins(line, kMicroMark))
-            return static_cast<signed char>((line.size() > 1 ? line[1] : '\0') - '0');
+            return microIn(line);
     return -1;
 }

@@ -2,6 +2,7 @@
 // A firmware file's body: which processor it is for, and its lines as bytes.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,7 @@
 class Utilities {
 public:
     // Gathers the lines that begin with ':' behind the first one that begins with 'M'. Whether the
-    // file could be opened.
+    // file could be opened and read to its end.
     bool openInputFile(const char* name);
 
     // Upper case for the letters a to z.
@@ -26,11 +27,18 @@ public:
     // Pauses for a while, in microseconds.
     void setSleep(int microseconds);
 
-    // The digit of the first line that begins with 'M', -1 when there is none or no file.
+    // The digit of the first line that begins with 'M', -1 when there is none or no file. Throws
+    // where the file can't be read on.
     signed char getMicro(const char* name);
 
     const std::vector<std::string>& lines() const { return lines_; }
 
+    // What getMicro() tells, of the file that the lines are of.
+    signed char micro() const { return micro_; }
+
 private:
+    void takeLines(std::istream& file);
+
     std::vector<std::string> lines_;
+    signed char micro_ = -1;
 };

@@ -119,7 +119,7 @@ int writeSecure::loadIniConfiguration(const char* path) {
             return 0;
         result = WriteSecureData(blob.get().data(), static_cast<int>(blob.get().size()));
     }
-    return result;
+    return std::ferror(file.get()) == 0 ? result : 0; // blobs may stand where it can't be read
 }
 
 } // namespace zel::firmware

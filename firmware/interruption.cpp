@@ -3,8 +3,8 @@
 // in the middle of an exchange. So it frees nothing and waits for no lock.
 #include "firmware/interruption.h"
 
+#include "base/pause.h"
 #include "firmware/flash.h"
-#include "firmware/pause.h"
 #include "frame/state/state.h"
 #include "frame/zelTagAPI.h"
 
@@ -71,7 +71,7 @@ void actOnSignal() {
     USBDisconnect();
     if (isInterrupted)
         endProcess();
-    pause(kPause);
+    pauseFor(kPause);
 }
 
 } // namespace zel::firmware

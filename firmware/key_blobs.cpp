@@ -2,6 +2,7 @@
 // The reports that read and write a key blob.
 #include "firmware/key_blobs.h"
 
+#include "base/pause.h"
 #include "family/tag/error_words.h"
 
 #include <algorithm>
@@ -124,7 +125,7 @@ int writeSecure::SaveKeyData() {
         return tag::fail(ZELTAGAPI_ERR_BLOB);
     if (!receive() || !isEchoed())
         return 0;
-    usleep(kSavePause);
+    pauseFor(kSavePause);
     return tag::send(tag::command(tag::Opcode::Commit)) ? 1 : tag::fail(ZELTAGAPI_ERR_BLOB);
 }
 

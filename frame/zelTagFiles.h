@@ -65,8 +65,8 @@ ZELTAGAPI_EXPORT int zelTagAPI_checkFile(const char* path, int kind, zelFileChec
  * @param forReader not 0: `configs` are those of a reader, and what it wouldn't take (field data of
  * another form, an output format that it doesn't know) stays as it is, or becomes 0 for the format
  * @return how many configurations the file begins with, at most `count`: each names a known word or
- * has field data. 0 when there is none, for a file that can't be opened or is no template file, and
- * for bad arguments */
+ * has field data. 0 when there is none, for a file that can't be opened, can't be read to its end
+ * or is no template file, and for bad arguments */
 ZELTAGAPI_EXPORT int zelTagAPI_readTemplate(const char* path, tsTagCfg* configs, int count,
                                             int forReader);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Looks for network bridges and asks one for its MAC address, by datagrams.
 #include "base/bytes.h"
+#include "base/pause.h"
 #include "frame/zelTagNetwork.h"
 #include "transport/bridge_probe.h"
 #include "transport/tcp_socket.h"
@@ -48,7 +49,7 @@ bool receive(int fd, std::span<std::uint8_t> reply, Ipv4& sender) {
 bool answersFirst(int fd, const Ipv4& host) {
     if (!sendProbe(fd, kFirstProbe, host, kFirstProbePort))
         return false;
-    usleep(kProbePause);
+    pauseFor(kProbePause);
     Reply reply = noReply();
     Ipv4 sender = {};
     return receive(fd, std::span(reply).first(kFirstReplyRoom), sender) &&
@@ -96,7 +97,7 @@ int socket_GetMACAddress(unsigned char a, unsigned char b, unsigned char c, unsi
         Ipv4 sender = {};
         for (int poll = 0; poll < kMacPolls && reply[kMacAt] != 0; ++poll) {
             receive(fd, reply, sender);
-            usleep(kMacPause);
+            pauseFor(kMacPause);
         }
         if (isSecondReply(reply) && sender == host) {
             const MacAddress told = macOf(reply);

@@ -2,6 +2,7 @@
 // Reads, writes and waits of a byte stream.
 #include "transport/port.h"
 
+#include "base/pause.h"
 #include "frame/state/state.h"
 #include "transport/observer.h"
 #include "transport/serial_lines.h"
@@ -137,7 +138,7 @@ std::int64_t CPort::Read(char* buffer, unsigned long size) {
     for (int poll = 0; poll < kReadPolls && count < size; ++poll) {
         count += take(iFd, buffer + count, size - count);
         if (count < size)
-            usleep(kReadPause);
+            pauseFor(kReadPause);
     }
     reading.tell(ZELTAGAPI_TRACE_RECEIVE, count > 0 || size == 0, buffer, static_cast<long>(count));
     return static_cast<std::int64_t>(count);
@@ -157,7 +158,7 @@ std::int64_t CPort::QuickRead(char* buffer, unsigned long size) {
         count += piece;
         quiet += piece == 0 ? 1 : 0;
         if (count < size)
-            usleep(kQuickPause);
+            pauseFor(kQuickPause);
     }
     reading.tell(ZELTAGAPI_TRACE_RECEIVE, count > 0 || size == 0, buffer, static_cast<long>(count));
     return static_cast<std::int64_t>(count);
@@ -175,7 +176,7 @@ std::int64_t CPort::Write(const char* buffer, unsigned long size) {
         terminal::discardOutput(iFd);
         count += static_cast<unsigned long>(std::max(piece, 0L));
         if (count < size)
-            usleep(kWritePause);
+            pauseFor(kWritePause);
     }
     writing.tell(ZELTAGAPI_TRACE_SEND, true, buffer, static_cast<long>(count));
     return static_cast<std::int64_t>(count);
@@ -185,7 +186,7 @@ void CPort::SendAscii(const char* text) {
     for (std::string_view rest = text; !rest.empty();) {
         const std::string_view pair = rest.substr(0, kPair);
         Write(pair.data(), pair.size());
-        usleep(kPairPause);
+        pauseFor(kPairPause);
         rest.remove_prefix(pair.size());
     }
 }
@@ -199,6 +200,6 @@ bool CPort::ExpectAscii(const char* first, const char* second) {
 
 void CPort::ACPClean() {
     FlushTx();
-    usleep(kCleanPause);
+    pauseFor(kCleanPause);
     FlushRx();
 }

@@ -2,6 +2,7 @@
 // Connect, send and receive on the process's one TCP socket.
 #include "transport/tcp_socket.h"
 
+#include "base/pause.h"
 #include "frame/state/state.h"
 #include "transport/ipv4.h"
 #include "transport/observer.h"
@@ -117,7 +118,7 @@ int socket_Send(const char* buffer, int size) {
     Observed sending = exchange();
     const ssize_t sent = send(theSocket, buffer, static_cast<std::size_t>(size), kQuietly);
     sending.tell(ZELTAGAPI_TRACE_SEND, sent == size, buffer, size);
-    usleep(kPause);
+    pauseFor(kPause);
     return static_cast<int>(sent);
 }
 
@@ -129,7 +130,7 @@ int socket_Recv(char* buffer, int size) {
     int total = 0;
     ssize_t last = 0;
     for (int poll = 0; poll < kReceivePolls && total < size; ++poll) {
-        usleep(kPause);
+        pauseFor(kPause);
         last = recv(theSocket, buffer + total, static_cast<std::size_t>(size - total), 0);
         total += last > 0 ? static_cast<int>(last) : 0;
     }

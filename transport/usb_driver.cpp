@@ -2,6 +2,7 @@
 // Matching, handles and retries above the platform's HID services.
 #include "transport/usb_driver.h"
 
+#include "base/pause.h"
 #include "frame/state/state.h"
 #include "transport/observer.h"
 #include "transport/usb_identity.h"
@@ -175,7 +176,7 @@ int UsbDriver_SendFR(int length, int, const unsigned char* buffer) {
     for (int attempt = 0; attempt < kSendTries; ++attempt) {
         if (trySend(handle, reportId, data, size))
             return 1;
-        usleep(kSendRetryPause);
+        zel::pauseFor(kSendRetryPause);
     }
     return 0;
 }

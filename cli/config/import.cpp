@@ -92,9 +92,8 @@ void remarkOnCount(Import& import, std::size_t told) {
                                    told, import.configurations, import.device.name));
 }
 
-void plan(Import& import, const Configurations& told, const std::string& name) {
+void plan(Import& import, const Configurations& told, const Configurations& imported) {
     const Configurations held = activeConfigurations();
-    const Configurations imported = importedConfigurations(name);
     import.configurations = held.size();
     import.changes = compare(held, imported, Untold::Passes);
     remarkOnForm(import, told, imported);
@@ -122,7 +121,10 @@ Outcome prepare(Import& import, const ImportOptions& options) {
     const auto told = configurationsIn(options.name);
     if (const auto* const failure = std::get_if<Failure>(&told))
         return *failure;
-    plan(import, std::get<Configurations>(told), options.name);
+    const auto imported = importedConfigurations(options.name);
+    if (const auto* const failure = std::get_if<Failure>(&imported))
+        return *failure;
+    plan(import, std::get<Configurations>(told), std::get<Configurations>(imported));
     return {};
 }
 

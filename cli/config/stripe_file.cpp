@@ -66,10 +66,9 @@ SettingValues activeStripeValues() {
     return values;
 }
 
-SettingValues importedStripeValues(const std::string& name) {
+std::optional<SettingValues> importedStripeValues(const std::string& name) {
     const UntouchedMemory memory;
-    ReadDevCfgFmFile(name.c_str());
-    return activeStripeValues();
+    return ReadDevCfgFmFile(name.c_str()) == 1 ? std::optional(activeStripeValues()) : std::nullopt;
 }
 
 Failure noSealedStripeFile() {

@@ -5,6 +5,7 @@
 #include "cli/command/failure.h"
 #include "cli/config/settings.h"
 
+#include <optional>
 #include <string>
 
 namespace zel::cli {
@@ -17,9 +18,10 @@ bool isStripeFileWhole(const std::string& name);
 
 SettingValues toldByStripeFile(const std::string& name);
 
-// Those of the active reader, in the library's memory; and what they would be with the file there.
+// Those of the active reader, in the library's memory; and what they would be with the file there:
+// nothing when it can't be read.
 SettingValues activeStripeValues();
-SettingValues importedStripeValues(const std::string& name);
+std::optional<SettingValues> importedStripeValues(const std::string& name);
 
 // These files carry no checksum.
 Failure noSealedStripeFile();

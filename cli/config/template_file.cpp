@@ -93,6 +93,13 @@ std::string withoutTrailer(const std::string& text) {
     return text.substr(0, text.find("/--- iEndOfHwgFile \n"));
 }
 
+std::variant<Configurations, Failure> importedStripe(const std::string& name) {
+    const auto values = importedStripeValues(name);
+    if (!values)
+        return unreadable(name);
+    return Configurations{*values};
+}
+
 } // namespace
 
 Outcome whyUnfit(const std::string& name) {
@@ -113,6 +120,8 @@ std::variant<Configurations, Failure> configurationsIn(const std::string& name) 
         return Configurations{toldByStripeFile(name)};
     Configurations all = over(0, name);
     const Configurations other = over(0xFF, name);
+    if (all.size() != other.size())
+        return unreadable(name);
     for (std::size_t i = 0; i < all.size() && i < other.size(); ++i)
         for (std::size_t setting = 0; setting < all[i].size(); ++setting)
             if (all[i][setting] != other[i][setting])
@@ -128,11 +137,13 @@ Configurations activeConfigurations() {
     return isStripe() ? Configurations{activeStripeValues()} : ofReader(activeRecords());
 }
 
-Configurations importedConfigurations(const std::string& name) {
+std::variant<Configurations, Failure> importedConfigurations(const std::string& name) {
     if (isStripe())
-        return {importedStripeValues(name)};
+        return importedStripe(name);
     Records records = activeRecords();
-    zelTagAPI_readTemplate(name.c_str(), records.data(), static_cast<int>(records.size()), 1);
+    const auto count = static_cast<int>(records.size());
+    if (zelTagAPI_readTemplate(name.c_str(), records.data(), count, 1) == 0)
+        return unreadable(name);
     return ofReader(records);
 }
 

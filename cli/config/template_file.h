@@ -20,7 +20,7 @@ Outcome whyUnfit(const std::string& name);
 Configurations activeConfigurations();
 
 // What they would be with the file imported, if the reader refused nothing.
-Configurations importedConfigurations(const std::string& name);
+std::variant<Configurations, Failure> importedConfigurations(const std::string& name);
 
 // Whether a file tells all of these and nothing else: a full disk or a reply that was lost leave a
 // part of it, or other values.

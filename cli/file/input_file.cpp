@@ -111,6 +111,12 @@ Outcome whyUnreadable(const std::string& name) {
     return {};
 }
 
+Failure unreadable(const std::string& name) {
+    if (auto failure = whyUnreadable(name))
+        return *failure;
+    return {ExitCode::MissingFile, name + " can't be read to its end", "check its disk", ""};
+}
+
 std::string textOf(const std::string& name) {
     std::ifstream file(name, std::ios::binary);
     return {std::istreambuf_iterator(file), {}};

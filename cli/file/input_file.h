@@ -20,6 +20,9 @@ const char* kindName(FileKind kind);
 // Why a file can't be read; nothing when it can.
 Outcome whyUnreadable(const std::string& name);
 
+// The library could read it a moment ago, and no longer or not to its end.
+Failure unreadable(const std::string& name);
+
 // All of it; nothing of a file that can't be read.
 std::string textOf(const std::string& name);
 

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fmt/format.h>
 #include <memory>
+#include <utility>
 
 namespace zel::cli {
 
@@ -47,16 +48,23 @@ public:
         if (words_.front() == "trace")
             return Failure{ExitCode::Usage, "a trace can't be traced",
                            "name the command that matters", ""};
-        const File file(file_.empty() ? nullptr : std::fopen(file_.c_str(), "we"));
+        File file(file_.empty() ? nullptr : std::fopen(file_.c_str(), "we"));
         if (!file_.empty() && !file)
             return cannotWrite(file_, errno);
-        std::FILE* const stream = file ? file.get() : stderr;
-        const Outcome outcome = trace(options, output, stream);
-        const bool isWritten = std::fflush(stream) == 0 && std::ferror(stream) == 0;
-        return outcome || !file || isWritten ? outcome : cannotWrite(file_, errno);
+        const Outcome outcome = trace(options, output, file ? file.get() : stderr);
+        const int error = file ? finish(std::move(file)) : 0;
+        return outcome || error == 0 ? outcome : cannotWrite(file_, error);
     }
 
 private:
+    // 0, or the errno of a line or of the end that the disk didn't take.
+    static int finish(File file) {
+        const bool isWritten = std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0;
+        const int error = isWritten ? 0 : errno;
+        const bool isClosed = std::fclose(file.release()) == 0;
+        return isWritten && !isClosed ? errno : error;
+    }
+
     Outcome trace(const Options& options, Output& output, std::FILE* stream) const {
         Tracer tracer({options.json, showsSecrets_}, [stream](const std::string& line) {
             std::fprintf(stream, "%s\n", line.c_str());

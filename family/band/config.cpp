@@ -3,6 +3,7 @@
 #include "family/band/config.h"
 
 #include "base/bytes.h"
+#include "base/pause.h"
 #include "family/band/band.h"
 #include "family/band/frame.h"
 #include "frame/state/state.h"
@@ -243,7 +244,7 @@ int zelband_WriteCfg() {
     if (!band::sendLeds(record.Band))
         return 0;
     const bool isWritten = band::send(Command("FW"), reply);
-    usleep(kFlashPause);
+    pauseFor(kFlashPause);
     return isWritten ? 1 : 0;
 }
 
@@ -251,6 +252,6 @@ int zelband_ResetFactoryDflts() {
     Frame reply;
     if (!band::send(Command("FD"), reply))
         return fail(ZELTAGAPI_ERR_RESET);
-    usleep(kFlashPause);
+    pauseFor(kFlashPause);
     return zelband_ReadCfg();
 }

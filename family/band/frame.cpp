@@ -2,6 +2,7 @@
 // Builds frames and exchanges them, with the pauses that the reader needs.
 #include "family/band/frame.h"
 
+#include "base/pause.h"
 #include "frame/state/state.h"
 #include "transport/port.h"
 #include "transport/usb_driver.h"
@@ -34,9 +35,9 @@ bool isFlashCommand(const Frame& frame) {
     return frame[0] == 'F' && (frame[1] == 'D' || frame[1] == 'W');
 }
 
-void pauseFor(const Frame& frame) {
+void pauseBehind(const Frame& frame) {
     if (isFlashCommand(frame))
-        usleep(kFlashPause);
+        pauseFor(kFlashPause);
 }
 
 bool exchangeOnLine(const Frame& frame, Frame& reply) {
@@ -44,7 +45,7 @@ bool exchangeOnLine(const Frame& frame, Frame& reply) {
     if (!port)
         return false;
     port->Write(frame.data(), frame.size());
-    pauseFor(frame);
+    pauseBehind(frame);
     Frame received = {};
     const bool isWhole =
         port->Read(received.data(), received.size()) == static_cast<std::int64_t>(kFrameSize);
@@ -58,8 +59,8 @@ bool exchangeOnUsb(const Frame& frame, Frame& reply) {
     std::copy(frame.begin(), frame.end(), report.begin() + 1);
     if (!UsbDriver_SendFR(kFrameSize, iActDev, report.data()))
         return false;
-    usleep(kReportPause);
-    pauseFor(frame);
+    pauseFor(kReportPause);
+    pauseBehind(frame);
     report.fill(0);
     if (!UsbDriver_RecvFR(kFrameSize, iActDev, report.data()))
         return false;
@@ -112,7 +113,7 @@ bool ask(const Command& command, Bytes& payload) {
 bool askPartNumber(Frame& reply) {
     if (asksPartNumber(reply))
         return true;
-    usleep(kRetryPause);
+    pauseFor(kRetryPause);
     return asksPartNumber(reply);
 }
 
@@ -141,7 +142,7 @@ int SendBandCmd(const char* text, char* reply) {
         reply[0] = kFailure;
     if (reply[0] == kSuccess)
         return 1;
-    usleep(kFailurePause);
+    pauseFor(kFailurePause);
     return 0;
 }
 

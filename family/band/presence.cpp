@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Whether a magnetic stripe reader answers.
+#include "base/pause.h"
 #include "family/band/band.h"
 #include "family/band/frame.h"
 #include "frame/state/state.h"
@@ -16,12 +17,12 @@ constexpr useconds_t kEndPause = 2'000;
 
 // Two carriage returns end whatever the reader took for the beginning of a command.
 void wake(CPort* port) {
-    usleep(kWakePause);
+    pauseFor(kWakePause);
     if (port) {
         port->Write("\r\r", 2);
         port->FlushTx();
     }
-    usleep(kWakePause);
+    pauseFor(kWakePause);
     if (port)
         port->FlushRx();
 }
@@ -36,6 +37,6 @@ int zelband_IsDevicePresent() {
     band::Frame reply;
     const bool isPresent = band::askPartNumber(reply);
     if (isOnLine)
-        usleep(kEndPause);
+        pauseFor(kEndPause);
     return isPresent ? 1 : 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Reads and writes the sensor's settings, and lets it return to stored ones.
 #include "base/bytes.h"
+#include "base/pause.h"
 #include "family/echo/blocks.h"
 #include "family/echo/echo.h"
 #include "frame/state/state.h"
@@ -148,7 +149,7 @@ int runAndRead(Opcode opcode) {
     activeRecord().lLastErr = 0;
     if (!echo::send(command(opcode)))
         return fail(ZELTAGAPI_ERR_RESET);
-    usleep(kResetPause);
+    pauseFor(kResetPause);
     return zelecho_ReadCfg();
 }
 

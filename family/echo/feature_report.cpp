@@ -2,6 +2,7 @@
 // Joins payloads with the report ID and the pause that the sensor needs.
 #include "family/echo/feature_report.h"
 
+#include "base/pause.h"
 #include "frame/zelTagState.h"
 #include "transport/usb_driver.h"
 
@@ -30,7 +31,7 @@ bool fetch(Payload& payload) {
     return received;
 }
 
-void pauseForData() { usleep(kDataPause); }
+void pauseForData() { pauseFor(kDataPause); }
 
 bool query(const Payload& request, Payload& reply) {
     if (!send(request))

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Reads the identifier of the card in a proximity reader's field.
+#include "base/pause.h"
 #include "family/tag/ascii_protocol.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/stream.h"
@@ -87,7 +88,7 @@ bool askId(stream::Frame& frame) {
         if (attempt == kIdTries)
             return false;
         stream::flushOutgoing();
-        usleep(kIdPause);
+        pauseFor(kIdPause);
     }
     return true;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Reads the card's identifier by the ASCII protocol.
+#include "base/pause.h"
 #include "family/tag/ascii_answer.h"
 #include "family/tag/ascii_protocol.h"
 #include "family/tag/error_words.h"
@@ -45,7 +46,7 @@ void readAnswer(CPort& port, Answer& answer) {
     std::size_t size = 0;
     for (int round = 0; round < kRounds && size < kMostBytes && !hasBraces(answer); ++round) {
         size += port.Read(&answer[size], 1) == 1 ? 1 : 0;
-        usleep(kBytePause);
+        pauseFor(kBytePause);
     }
 }
 

@@ -2,6 +2,7 @@
 // Single commands of the ASCII protocol.
 #include "family/tag/ascii_protocol.h"
 
+#include "base/pause.h"
 #include "transport/port.h"
 
 #include <array>
@@ -85,7 +86,7 @@ void sendLedByAscii(const tsTagCfg& config) {
 int resetByAscii() {
     if (CPort* const port = openPort())
         port->SendAscii(kFactoryReset);
-    usleep(kResetPause);
+    pauseFor(kResetPause);
     clean();
     return 1;
 }

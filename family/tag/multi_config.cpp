@@ -3,6 +3,7 @@
 #include "family/tag/multi_config.h"
 
 #include "base/bytes.h"
+#include "base/pause.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
 #include "family/tag/stream.h"
@@ -108,7 +109,7 @@ int writeCardTypeOnStream(const tsTagCfg& config) {
 int writeCardTypeOnUsb(const tsTagCfg& config) {
     if (tag::write(command(Opcode::CardType), cardTypeOf(config)) != tag::Written::Yes)
         return tag::fail(ZELTAGAPI_ERR_WRITE);
-    usleep(kCardTypePause);
+    pauseFor(kCardTypePause);
     return 1;
 }
 
@@ -171,6 +172,6 @@ int PlusBlockMove(int source, int target) {
     const std::uint8_t to = lowByte(target & kSetBits);
     if (!(stream::isActive() ? moveOnStream(from, to) : moveOnUsb(from, to)))
         return 0;
-    usleep(kMovePause);
+    pauseFor(kMovePause);
     return 1;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Fetches the identifier that a reader queued for the host, in five pages.
 #include "base/bytes.h"
+#include "base/pause.h"
 #include "family/tag/card_data.h"
 #include "family/tag/error_words.h"
 #include "family/tag/feature_report.h"
@@ -27,7 +28,7 @@ bool readOnStream(std::uint8_t page, std::uint8_t mask, Payload& reply) {
     tag::stream::Frame frame(tag::stream::Instruction::Service, kQueuedId, page, mask);
     const bool answers = tag::stream::readEight(frame);
     reply = frame.payload();
-    usleep(kPagePause);
+    pauseFor(kPagePause);
     return answers;
 }
 

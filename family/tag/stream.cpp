@@ -2,6 +2,7 @@
 // The six exchanges of frames, with the pauses that the reader needs.
 #include "family/tag/stream.h"
 
+#include "base/pause.h"
 #include "base/wipe.h"
 #include "transport/port.h"
 
@@ -36,7 +37,7 @@ CPort* begin(Frame& frame) {
 void sendHeader(CPort& port, Frame& frame, unsigned length) {
     port.Write(at(frame, 0), 1);
     if (!port.IsTcpIpMode())
-        usleep(kClassPause);
+        pauseFor(kClassPause);
     port.Write(at(frame, 1), length);
 }
 
@@ -105,7 +106,7 @@ bool read(Frame& frame, unsigned headLength, unsigned replyLength) {
         port->FlushRx();
     sendHeader(*port, frame, headLength);
     if (port->IsTcpIpMode())
-        usleep(kHeaderPause);
+        pauseFor(kHeaderPause);
     const unsigned size = replyLength != 0 ? replyLength - 1 : frame.length();
     return takesProcedureByte(*port, frame) && receive(*port, frame, Frame::kReply, size) &&
            takesStatus(*port, frame);
@@ -121,7 +122,7 @@ bool readAtOnce(Frame& frame) {
         return false;
     flushBefore(*port);
     sendHeader(*port, frame, kHeader);
-    usleep(kAtOncePause);
+    pauseFor(kAtOncePause);
     std::array<std::uint8_t, 13> reply = {};
     port->Read(reinterpret_cast<char*>(reply.data()), reply.size());
     if (reply[0] != frame.instruction())
@@ -129,7 +130,7 @@ bool readAtOnce(Frame& frame) {
     std::copy_n(&reply[kDataAt], kPayloadSize, &frame.bytes[Frame::kReply]);
     std::copy_n(&reply[kStatusAt], 2, &frame.bytes[Frame::kStatus]);
     const bool isDone = frame.status() == kDone;
-    usleep(isDone ? kAfterSuccessPause : kAfterFailurePause);
+    pauseFor(isDone ? kAfterSuccessPause : kAfterFailurePause);
     return isDone;
 }
 
@@ -144,7 +145,7 @@ bool write(Frame& frame) {
     port->Write(at(frame, Frame::kOutgoing),
                 std::min<unsigned>(frame.length(), Frame::kMostOutgoing));
     if (port->IsTcpIpMode())
-        usleep(kDataPause);
+        pauseFor(kDataPause);
     return takesStatus(*port, frame);
 }
 

@@ -2,6 +2,7 @@
 // Sends what is marked, in the order that the reader wants, and commits it.
 #include "family/tag/write_config.h"
 
+#include "base/pause.h"
 #include "family/tag/ascii_protocol.h"
 #include "family/tag/blocks.h"
 #include "family/tag/error_words.h"
@@ -133,7 +134,7 @@ int zeltag_write_cfg() {
 // The pause follows a failed write too.
 int zeltag_WriteCfgOneConfig() {
     const int result = zeltag_write_cfg();
-    usleep(IsFastWriteReader() ? kFastPause : kSlowPause);
+    pauseFor(IsFastWriteReader() ? kFastPause : kSlowPause);
     return result;
 }
 
@@ -157,6 +158,6 @@ int zeltag_ResetFactoryDflts() {
         return tag::resetByAscii();
     if (!reset())
         return 0;
-    usleep(kSlowPause);
+    pauseFor(kSlowPause);
     return zeltag_ReadCfg();
 }

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "firmware/boot_loader.h"
 #include "firmware/flash.h"
+#include "firmware/header_lines.h"
 #include "firmware/image.h"
 #include "firmware/rules.h"
 #include "frame/state/state.h"
@@ -15,6 +16,7 @@
 #include <vector>
 
 using namespace zel;
+using zel::firmware::headerOf;
 
 namespace {
 
@@ -46,17 +48,20 @@ const char* guarded(const char* (*operation)(const char*), const char* name) {
     }
 }
 
-void describe(const char* name, zelFirmwareFile& file) {
+bool describe(const char* name, zelFirmwareFile& file) {
     Utilities image;
-    image.openInputFile(name);
+    if (!image.openInputFile(name))
+        return false;
+    const auto header = headerOf(name);
+    if (!header)
+        return false;
     BootloadRules rules;
-    const std::vector<std::string> header = rules.storeFile(name);
-    const int section = rules.getIndexNewFW(header);
-    const std::string value = section < 0 ? "" : rules.getFNValueForNewFW(header, section);
+    const int section = rules.getIndexNewFW(*header);
+    const std::string value = section < 0 ? "" : rules.getFNValueForNewFW(*header, section);
     copyText(file.name, value.empty() ? "" : convertToUppercase(value.substr(1)).c_str());
-    const signed char micro = image.getMicro(name);
-    file.micro = micro < 0 ? -1 : static_cast<unsigned char>(micro);
+    file.micro = image.micro() < 0 ? -1 : static_cast<unsigned char>(image.micro());
     file.lines = static_cast<int>(image.lines().size());
+    return true;
 }
 
 } // namespace
@@ -70,8 +75,7 @@ int zelTagAPI_readFirmware(const char* name, zelFirmwareFile* file) {
         return 0;
     *file = {};
     try {
-        describe(name, *file);
-        return 1;
+        return describe(name, *file) ? 1 : 0;
     } catch (...) {
         return 0;
     }
@@ -82,7 +86,8 @@ int Bootload(const char* name) {
         FlashReader flash;
         const std::unique_ptr<IBootload> loader(flash.getProductInterfaceType());
         return loader ? flash.fwFlash(loader.get(), name) : 0;
-    } catch (...) {
+    } catch (...) { // the file can't be read, or there is no memory for it
+        activeRecord().lLastErr |= ZELTAGAPI_ERR_BOOT_FILE;
         return 0;
     }
 }

@@ -17,6 +17,7 @@ constexpr auto kOrder = std::memory_order_relaxed;
 std::atomic<std::uint64_t> now = kStartOfTime;
 std::atomic<std::uint64_t> paused = 0;
 std::atomic<int> interruptions = 0;
+std::atomic<std::uint64_t> longest = 0; // 0: any pause gets to its end
 std::function<void(std::uint64_t)> pauseListener;
 
 } // namespace
@@ -28,8 +29,12 @@ void onPause(std::function<void(std::uint64_t)> listener) { pauseListener = std:
 std::uint64_t takePausedMicroseconds() { return paused.exchange(0, kOrder); }
 
 void interruptPauses(int count) { interruptions.store(count, kOrder); }
+void limitPauses(std::uint64_t microseconds) { longest.store(microseconds, kOrder); }
 
-static bool isInterrupted() {
+static bool isInterrupted(std::uint64_t microseconds) {
+    const std::uint64_t limit = longest.load(kOrder);
+    if (limit != 0 && microseconds > limit)
+        return true;
     if (interruptions.load(kOrder) == 0)
         return false;
     interruptions.fetch_sub(1, kOrder);
@@ -48,7 +53,7 @@ static void pause(std::uint64_t microseconds) {
 extern "C" {
 
 __attribute__((visibility("default"))) int usleep(useconds_t microseconds) {
-    if (zel::test::isInterrupted()) {
+    if (zel::test::isInterrupted(microseconds)) {
         errno = EINTR;
         return -1;
     }

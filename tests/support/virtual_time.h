@@ -24,6 +24,9 @@ void onPause(std::function<void(std::uint64_t)> listener);
 // Lets the next `count` pauses end at once, as if a signal had come.
 void interruptPauses(int count);
 
+// As if a timer's signal came so often that no longer pause gets to its end; 0: none comes.
+void limitPauses(std::uint64_t microseconds);
+
 // All pauses since the last call, in microseconds.
 std::uint64_t takePausedMicroseconds();
 

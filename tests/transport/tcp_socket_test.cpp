@@ -264,6 +264,16 @@ TEST_F(TcpSocket, ReceivesNoBytesWithoutAPause) {
     EXPECT_EQ(bus().takeTrace(), "");
 }
 
+TEST_F(TcpSocket, RaisesNoSignalWhenItSendsToAPeerThatHasClosed) {
+    const auto before = std::signal(SIGPIPE, SIG_DFL); // would end this program
+    connect();
+    peer_.close();
+    EXPECT_EQ(socket_Send("a", 1), 1) << "is answered by a reset";
+    EXPECT_EQ(socket_Send("b", 1), -1);
+    EXPECT_TRUE(socket_IsOpen());
+    std::signal(SIGPIPE, before);
+}
+
 TEST_F(TcpSocket, YieldsZeroWhenThePeerHasClosed) {
     connect();
     peer_.close();
