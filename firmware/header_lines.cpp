@@ -18,6 +18,18 @@ std::ptrdiff_t find(const HeaderLines& lines, const std::string& value, std::ptr
 
 } // namespace
 
+HeaderLines headerLinesOf(std::istream& file) {
+    HeaderLines lines;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        if (line == "M0" || line == "M1")
+            break;
+        lines.push_back(line);
+    }
+    return lines;
+}
+
 std::string valueOf(const std::string& line) {
     const std::size_t blank = line.find(' ');
     return blank == std::string::npos ? "" : line.substr(blank);

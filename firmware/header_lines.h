@@ -4,12 +4,16 @@
 #pragma once
 
 #include <cstddef>
+#include <istream>
 #include <string>
 #include <vector>
 
 namespace zel::firmware {
 
 using HeaderLines = std::vector<std::string>;
+
+// The lines in front of "M0" or "M1", without a carriage return at their end.
+HeaderLines headerLinesOf(std::istream& file);
 
 // A line from its first blank on, with the blank; empty without one.
 std::string valueOf(const std::string& line);

@@ -30,6 +30,11 @@ bool Utilities::openInputFile(const char* name) {
     std::ifstream file = open(name);
     if (!file.is_open())
         return false;
+    takeLines(file);
+    return true;
+}
+
+void Utilities::takeLines(std::istream& file) {
     bool behindMicro = false;
     for (std::string line; std::getline(file, line);) {
         if (begins(line, kMicroMark))
@@ -37,7 +42,6 @@ bool Utilities::openInputFile(const char* name) {
         else if (behindMicro && begins(line, kBodyMark))
             lines_.push_back(line);
     }
-    return true;
 }
 
 void Utilities::strToUpper(char* text) {
@@ -75,6 +79,10 @@ void Utilities::setSleep(int microseconds) {
 
 signed char Utilities::getMicro(const char* name) {
     std::ifstream file = open(name);
+    return microIn(file);
+}
+
+signed char Utilities::microIn(std::istream& file) {
     for (std::string line; std::getline(file, line);)
         if (begins(line, kMicroMark))
             return static_cast<signed char>((line.size() > 1 ? line[1] : '\0') - '0');

@@ -36,18 +36,10 @@ bool isComplete(const HeaderLines& lines, int section) {
 // NOLINTBEGIN(performance-unnecessary-value-param)
 
 std::vector<std::string> BootloadRules::storeFile(std::string name) {
-    std::vector<std::string> lines;
     std::ifstream file(name);
     if (!file.is_open())
         refuse(218);
-    for (std::string line; std::getline(file, line);) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        if (line == "M0" || line == "M1")
-            break;
-        lines.push_back(line);
-    }
-    return lines;
+    return headerLinesOf(file);
 }
 
 int BootloadRules::getOvrValue(std::vector<std::string> lines) {
