@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// A proximity reader on a line that answers anything to the ASCII protocol: the listing, the
+// version, the identifier. An input is the operation, then what comes.
+#include "family/tag/ascii_protocol.h"
+#include "fuzz/support/any_stream.h"
+#include "fuzz/support/tag_reader.h"
+
+#include <cstring>
+
+using namespace zel::fuzz;
+
+namespace {
+
+constexpr unsigned char kCanary = 0x5A;
+
+int readId() {
+    unsigned char id[9];
+    std::memset(id, kCanary, sizeof id);
+    const int bits = acp_getActiveID(id, sizeof id - 1);
+    require(id[8] == kCanary && (bits != 0 || id[0] == kCanary));
+    return 1;
+}
+
+// Counts that a listing may tell are brought into their ranges.
+int readListing() {
+    const int result = AcpReadCfg();
+    const sIDBitCnts& counts = DevDat[0].Cfg[0].sIDBitCnts;
+    require(counts.iIDBitCnt >= 1 && counts.iIDBitCnt <= 64 && counts.iTotalBitCnt >= 26);
+    return result;
+}
+
+int run(int operation) {
+    switch (operation) {
+    case 0:
+        return readId();
+    case 1:
+        return AcpWriteCfg();
+    case 2:
+        return zel::tag::beepByAscii(0x82) & zel::tag::resetByAscii();
+    default:
+        return readListing();
+    }
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Input input(data, size);
+    const std::uint8_t way = input.byte();
+    plugAnyLine(1, input, (way & 0x80) != 0 ? Coming::Forever : Coming::Once);
+    useACPMode = 1;
+    const int result = run(way % 16);
+    require(result == 0 || result == 1);
+    requireSoundTag();
+    return 0;
+}
