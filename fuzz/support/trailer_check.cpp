@@ -49,7 +49,7 @@ int checkTrailerOf(zelFileKind kind, const std::uint8_t* data, std::size_t size)
     CRC crc;
     setInput(text);
     requireSound(checkInput(kind, crc));
-    if (kind == ZELTAGAPI_FILE_TEMPLATE && isOneOfFew(text))
+    if (kind == ZELTAGAPI_FILE_TEMPLATE && isOneOf(128, text))
         requireSealHolds(text);
     return 0;
 }

@@ -12,6 +12,7 @@ using namespace zel::fuzz;
 namespace {
 
 constexpr unsigned char kCanary = 0x5A;
+constexpr int kReadId = 0; // on a line that falls silent it waits long
 
 int readId() {
     unsigned char id[9];
@@ -31,7 +32,7 @@ int readListing() {
 
 int run(int operation) {
     switch (operation) {
-    case 0:
+    case kReadId:
         return readId();
     case 1:
         return AcpWriteCfg();
@@ -47,9 +48,11 @@ int run(int operation) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
     const std::uint8_t way = input.byte();
-    plugAnyLine(1, input, (way & 0x80) != 0 ? Coming::Forever : Coming::Once);
+    const int operation = way % 16;
+    const bool isEndless = operation == kReadId || (way & 0x80) != 0;
+    plugAnyLine(1, input, isEndless ? Coming::Forever : Coming::Once);
     useACPMode = 1;
-    const int result = run(way % 16);
+    const int result = run(operation);
     require(result == 0 || result == 1);
     requireSoundTag();
     return 0;
