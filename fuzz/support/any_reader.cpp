@@ -75,4 +75,6 @@ tsDevDat& plugAnyReader(std::uint32_t product, Input& answers) {
     return DevDat[0];
 }
 
+void failFirstSend() { failingSends = kFailures; }
+
 } // namespace zel::fuzz

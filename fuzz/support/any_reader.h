@@ -18,4 +18,7 @@ namespace zel::fuzz {
 // The input must live until the next call.
 tsDevDat& plugAnyReader(std::uint32_t product, Input& answers);
 
+// Of the reports from here on one isn't sent, however often it is tried, and the next one is late.
+void failFirstSend();
+
 } // namespace zel::fuzz

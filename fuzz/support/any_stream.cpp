@@ -26,6 +26,7 @@ constexpr std::uint8_t kNothing = 255;
 Input* stream = nullptr;
 Input whole(nullptr, 0); // what `stream` began with
 bool isEndless = false;
+Datagrams datagrams = Datagrams::Go;
 
 bool isOurs(int fd) { return fd == kLine || fd == kSocket; }
 
@@ -76,22 +77,20 @@ void answerWith(Input& answers, Coming coming) {
 
 tsDevDat& plug(std::uint32_t product, Input& answers, CPort& port) {
     tsDevDat& record = plugAnyReader(product, answers);
-    if (!port.IsConn())
-        require(port.Connect());
     record.hDev = reinterpret_cast<void*>(UINTPTR_MAX);
     record.iDevType = 1;
     record.pPort = &port;
     return record;
 }
 
-CPort& openLine() {
+CPort& makeLine() {
     static CPort port;
     CPort_UseOpener([](const char*) { return kLine; });
     std::strcpy(LinuxDevPath[1], "/dev/any");
     return port;
 }
 
-CPort& openSocket() {
+CPort& makeSocket() {
     static CPort port;
     port.SetTcpIp(127, 0, 0, 1);
     port.SetPort(10001);
@@ -101,24 +100,31 @@ CPort& openSocket() {
 } // namespace
 
 tsDevDat& plugAnyLine(std::uint32_t product, Input& answers, Coming coming) {
-    static CPort& port = openLine();
+    static CPort& port = makeLine();
     answerWith(answers, coming);
+    socket_Close(); // else the line's object would talk to it
+    if (!port.IsConn())
+        require(port.Connect());
     return plug(product, answers, port);
 }
 
 tsDevDat& plugAnySocket(std::uint32_t product, Input& answers) {
-    static CPort& port = openSocket();
+    static CPort& port = makeSocket();
     answerWith(answers, Coming::Once);
+    if (!socket_IsOpen())
+        require(port.Connect());
     return plug(product, answers, port);
 }
 
-void answerDatagrams(Input& answers) { answerWith(answers, Coming::Once); }
+void answerDatagrams(Input& answers, Datagrams fate) {
+    datagrams = fate;
+    answerWith(answers, Coming::Once);
+}
 
 } // namespace zel::fuzz
 
 using namespace zel::fuzz;
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names
 #define ZEL_WRAPPED(result, name, ...)                                                             \
     extern "C" result __real_##name(__VA_ARGS__);                                                  \
     extern "C" result __wrap_##name(__VA_ARGS__);                                                  \
@@ -153,7 +159,9 @@ ZEL_WRAPPED(int, tcflush, int fd, int queue) { return isOurs(fd) ? 0 : __real_tc
 
 ZEL_WRAPPED(int, tcdrain, int fd) { return isOurs(fd) ? 0 : __real_tcdrain(fd); }
 
-ZEL_WRAPPED(int, socket, int, int, int) { return kSocket; }
+ZEL_WRAPPED(int, socket, int, int, int) {
+    return datagrams == Datagrams::HaveNoSocket ? -1 : kSocket;
+}
 
 ZEL_WRAPPED(int, connect, int, const sockaddr*, socklen_t) { return 0; }
 
@@ -166,10 +174,9 @@ ZEL_WRAPPED(ssize_t, send, int, const void*, std::size_t size, int) {
 ZEL_WRAPPED(ssize_t, recv, int, void* to, std::size_t size, int) { return receive(to, size); }
 
 ZEL_WRAPPED(ssize_t, sendto, int, const void*, std::size_t size, int, const sockaddr*, socklen_t) {
-    return static_cast<ssize_t>(size);
+    return datagrams == Datagrams::GetLost ? -1 : static_cast<ssize_t>(size);
 }
 
 ZEL_WRAPPED(ssize_t, recvfrom, int, void* to, std::size_t size, int, sockaddr* sender, socklen_t*) {
     return receiveFrom(to, size, sender);
 }
-// NOLINTEND(bugprone-reserved-identifier)

@@ -22,7 +22,9 @@ tsDevDat& plugAnyLine(std::uint32_t product, Input& answers, Coming coming);
 // are; with 255 nothing came.
 tsDevDat& plugAnySocket(std::uint32_t product, Input& answers);
 
+enum class Datagrams { Go, GetLost, HaveNoSocket };
+
 // For datagrams alone: behind the byte of their size stands the sender's address.
-void answerDatagrams(Input& answers);
+void answerDatagrams(Input& answers, Datagrams fate);
 
 } // namespace zel::fuzz

@@ -18,6 +18,7 @@ constexpr std::size_t kStreams = 2; // that are open at once
 constexpr std::size_t kBuffer = 4096;
 
 std::string_view input;
+const char* inputAlias = nullptr;
 std::array<char, std::size_t{1} << 16> written;
 std::size_t writtenSize = 0;
 
@@ -66,7 +67,10 @@ std::FILE* open(std::string_view text, const char* mode) {
 
 } // namespace
 
-void setInput(std::string_view text) { input = text; }
+void setInput(std::string_view text, const char* alias) {
+    input = text;
+    inputAlias = alias;
+}
 
 std::string_view output() { return {written.data(), writtenSize}; }
 
@@ -74,14 +78,12 @@ void setOutput(std::string_view text) { writtenSize = text.copy(written.data(), 
 
 } // namespace zel::fuzz
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names
 extern "C" std::FILE* __real_fopen(const char* name, const char* mode);
 extern "C" std::FILE* __wrap_fopen(const char* name, const char* mode);
 
 std::FILE* __wrap_fopen(const char* name, const char* mode) {
     using namespace zel::fuzz;
-    if (name == kInputFile)
+    if (name == kInputFile || (inputAlias && std::strcmp(name, inputAlias) == 0))
         return open(input, mode);
     return name == kOutputFile ? open(output(), mode) : __real_fopen(name, mode);
 }
-// NOLINTEND(bugprone-reserved-identifier)

@@ -12,7 +12,8 @@ namespace zel::fuzz {
 extern const char kInputFile[];  // holds what setInput() says
 extern const char kOutputFile[]; // is written, and read back
 
-void setInput(std::string_view text);
+// Until the next call a file of another name holds the text too; null: none.
+void setInput(std::string_view text, const char* alias = nullptr);
 
 // What kOutputFile holds.
 std::string_view output();

@@ -22,6 +22,7 @@ int run(const std::filesystem::path& file) {
 } // namespace
 
 int main(int count, char** names) {
+    zel::fuzz::goesEveryWay = true;
     int files = 0;
     for (int i = 1; i < count; ++i)
         for (const auto& entry : std::filesystem::directory_iterator(names[i])) {

@@ -3,9 +3,11 @@
 #include "fuzz/support/stripe_reader.h"
 
 #include "family/band/band.h"
+#include "frame/zelTagState.h"
 #include "fuzz/target.h"
 
 #include <cstring>
+#include <initializer_list>
 
 namespace zel::fuzz {
 
@@ -30,6 +32,37 @@ int readField(unsigned short number) {
     return 1;
 }
 
+// As a writer that set whatever there is.
+int writeAll() {
+    tsBand& settings = DevDat[0].Band;
+    settings.HaltKBSend = settings.UseNumKP = 1;
+    for (BandUserField& field : settings.UserField)
+        field.Enable = field.Skip = field.ShowSepSen = field.ShowLRC = field.IgnoreLRC = 1;
+    return zelband_WriteCfg();
+}
+
+int readBytes() {
+    for (const unsigned short index : std::initializer_list<unsigned short>{0, 1, 254, 255, 300})
+        zelband_GetTrackData_BYTE(2, 0, index);
+    require(zelband_GetTrackData(0, 1)[0] == 0 && zelband_GetTrackData(4, 1)[0] == 0);
+    require(zelband_GetTrackFieldOffset(4, 1, 0, 0, 0, 0)[0] == 0);
+    zelband_GetTrackFieldOffset(2, 1, 0, 0, ';', 0);
+    zelband_GetTrackFieldOffset(2, 1, 300, 1, 3, 0);
+    return zelband_ClearOverrun();
+}
+
+int readOwnBuffers() {
+    require(zelband_GetActiveID(nullptr, 8) == 0);
+    require(zelband_SetActiveID(0, 1, 0, 0) == 0 && zelband_SetActiveID(1, 0, 0, 0) == 0);
+    require(zelband_SetActiveID(4, 1, 0, 0) == 0 && zelband_SetActiveID(1, 51, 0, 0) == 0);
+    require(zelband_SetActiveID(1, 1, 101, 0) == 0 && zelband_SetActiveID(1, 1, 2, 3) == 1);
+    zelband_getActiveID(8);
+    zelband_getActiveID32(8);
+    for (const short index : std::initializer_list<short>{-1, 0, 8, 9, 32})
+        zelband_getActiveID_byte(index);
+    return zelband_GetQueuedAge(2) == 0 && zelband_GetQueuedID_index(1) >= 0;
+}
+
 int readId() {
     unsigned char id[33];
     std::memset(id, kCanary, sizeof id);
@@ -48,7 +81,7 @@ int readCounters() {
 }
 
 int readRaw() {
-    for (short place = 0; place < 9; ++place)
+    for (short place = -1; place < 12; ++place)
         zelband_SetRawPayload_index(place, 'Q');
     for (short place = -1; place < 12; ++place)
         require(zelband_GetRawPayload_index(place) >= 0);
@@ -77,7 +110,7 @@ int runStripe(int operation) {
     case 6:
         return readField(static_cast<unsigned short>(operation - 3));
     case 7:
-        return zelband_WriteCfg();
+        return writeAll();
     case 8:
         return zelband_ResetFactoryDflts();
     case 9:
@@ -92,6 +125,10 @@ int runStripe(int operation) {
         return zelband_GetQueuedID(1, 1) >= 0 && zelband_ClearOverrun() >= 0;
     case 14:
         return readRaw();
+    case 16:
+        return readBytes();
+    case 17:
+        return readOwnBuffers();
     default:
         return zelband_ReadCfg();
     }

@@ -4,7 +4,7 @@
 
 namespace zel::fuzz {
 
-constexpr int kStripeOperations = 16;
+constexpr int kStripeOperations = 18;
 
 // Runs one of them on the active device. Its result: 1 or 0.
 int runStripe(int operation);

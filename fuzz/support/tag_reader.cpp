@@ -12,6 +12,7 @@
 #include "fuzz/target.h"
 
 #include <cstring>
+#include <initializer_list>
 
 namespace zel::fuzz {
 
@@ -52,17 +53,50 @@ int writeAll() {
     tsTagCfg& config = record.Cfg[record.iActConfig % ZELTAGAPI_MAX_CONFIGS];
     config.bDirtyIDFrmt1 = config.bDirtyIDFrmt2 = config.bDirtyTime = 1;
     config.bDirtyExt = config.bDirtySepFld = record.bLUIDDirty = 1;
+    config.sHashKeyData.key[0][0] = 1;
+    config.uSFD.bytes[3] = record.bPartNumOK != 0 ? 2 : 17; // pages: as many as there are, or more
     return zeltag_WriteCfg();
 }
 
 int writeReference() {
     unsigned char reference[32] = {};
+    require(zeltag_WriteSEKeyRefrence(nullptr, 1, 3) == 0);
+    require(zeltag_WriteEV1FileRefrence(reference, -1) == 0);
     return zeltag_WriteSEKeyRefrence(reference, sizeof reference, 3) |
            zeltag_WriteEV1FileRefrence(reference, sizeof reference - 1);
 }
 
+// Buffers that hold less than an identifier, or aren't there.
+int readShortId() {
+    unsigned char id[5] = {0, 0, 0, 0, kCanary};
+    zeltag_GetActiveID(id, sizeof id - 1);
+    zeltag_GetActiveID32(id, sizeof id - 1);
+    require(id[sizeof id - 1] == kCanary);
+    return zeltag_GetActiveID(nullptr, 8) | zeltag_GetActiveID32(nullptr, 8);
+}
+
+int readOwnBuffers() {
+    zeltag_getActiveID(8);
+    zeltag_getActiveID32(-1);
+    zeltag_getActiveCardData();
+    for (const short index : std::initializer_list<short>{-1, 0, 255, 256})
+        require(zeltag_getActiveCardData_byte(index) >= 0);
+    return zeltag_GetQueuedID(0, 0);
+}
+
+int readOthers() {
+    DevDat[0].bTagAdv = 1;
+    zeltag_GetActiveID(nullptr, 0);
+    for (short slot = -1; slot < 6; ++slot)
+        zeltag_GetFirmwareVersion(slot, slot);
+    zeltag_GetFirmwareVersion(1, 9);
+    zeltag_WriteBaudRate(2);
+    zeltag_BeepNow(0, 0);
+    return WrtIDFrmtParms2(&DevDat[0].Cfg[0]) | PlusBlockMove(1, 2);
+}
+
 int readRaw() {
-    for (short place = 0; place < 9; ++place)
+    for (short place = -1; place < 12; ++place)
         zeltag_SetRawPayload_index(place, 0x8E);
     for (short place = -1; place < 12; ++place)
         require(zeltag_GetRawPayload_index(place) >= 0);
@@ -101,10 +135,18 @@ int runTag(int operation) {
         return PlusBlockMove(1, 2);
     case 13:
         return readRaw();
-    case 14:
-        return zeltag_SetBeeperVolume(2) & zeltag_SetBTLEConfiguration(1);
-    default:
+    case 15:
         return zeltag_IsDevicePresent();
+    case 16:
+        return readShortId();
+    case 17:
+        return readOwnBuffers();
+    case 18:
+        return readOthers();
+    case 19:
+        return SendSetTagPlus();
+    default:
+        return zeltag_SetBeeperVolume(2) & zeltag_SetBTLEConfiguration(1);
     }
 }
 

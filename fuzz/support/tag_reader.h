@@ -4,7 +4,7 @@
 
 namespace zel::fuzz {
 
-constexpr int kTagOperations = 16;
+constexpr int kTagOperations = 20;
 
 // Runs one of them on the active device. Its result: 1 or 0.
 int runTag(int operation);

@@ -19,25 +19,38 @@ int readId() {
     std::memset(id, kCanary, sizeof id);
     const int bits = acp_getActiveID(id, sizeof id - 1);
     require(id[8] == kCanary && (bits != 0 || id[0] == kCanary));
-    return 1;
+    return acp_getActiveID(id, 7) | acp_getActiveID(nullptr, 8) | 1;
 }
 
 // Counts that a listing may tell are brought into their ranges.
 int readListing() {
     const int result = AcpReadCfg();
     const sIDBitCnts& counts = DevDat[0].Cfg[0].sIDBitCnts;
+    if (!DevDat[0].pPort)
+        return result;
     require(counts.iIDBitCnt >= 1 && counts.iIDBitCnt <= 64 && counts.iTotalBitCnt >= 26);
     return result;
 }
 
-int run(int operation) {
+// Counts and states of all kinds go out; numbers of formats without a conversion stay behind.
+int writeListing(int counts) {
+    tsTagCfg& config = DevDat[0].Cfg[0];
+    config.sIDDispParms2.iLeadChrCnt = static_cast<std::int16_t>(counts % 5 - 1);
+    config.sLEDCtrl.bAppCtrlsLED = 1;
+    config.sLEDCtrl.iRedLEDState = config.sLEDCtrl.iGrnLEDState = 1;
+    SendAcpCommand("plain", 1);
+    SendAcpCommand(nullptr, 1);
+    return AcpWriteCfg();
+}
+
+int run(int operation, int counts) {
     switch (operation) {
     case kReadId:
         return readId();
     case 1:
-        return AcpWriteCfg();
+        return writeListing(counts);
     case 2:
-        return zel::tag::beepByAscii(0x82) & zel::tag::resetByAscii();
+        return zel::tag::beepByAscii(0x82) & zel::tag::beepByAscii(2) & zel::tag::resetByAscii();
     default:
         return readListing();
     }
@@ -52,7 +65,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const bool isEndless = operation == kReadId || (way & 0x80) != 0;
     plugAnyLine(1, input, isEndless ? Coming::Forever : Coming::Once);
     useACPMode = 1;
-    const int result = run(operation);
+    if (input.isEmpty())
+        DevDat[0].pPort = nullptr;
+    const int result = run(operation, way / 16 % 8);
     require(result == 0 || result == 1);
     requireSoundTag();
     return 0;

@@ -60,6 +60,15 @@ int load(std::string_view text, bool isChecked) {
     return loaded;
 }
 
+// A file that isn't there.
+void requireNoFile() {
+    for (const char* name : {static_cast<const char*>(nullptr), ""}) {
+        require(zelband_WriteDevCfgToFile(name) == 0 && zelband_ReadDevCfgFmFile(name) == 0);
+        require(zelband_ReadDevTypeFromFile(name) == 65535);
+        require(zelTagAPI_checkFile(name, ZELTAGAPI_FILE_BAND, nullptr) == 0);
+    }
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -73,6 +82,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (!isFew)
         return 0;
     requireSameAgain();
+    requireNoFile();
     load(bare, true);
     const int kind = zelband_ReadDevTypeFromFile(kInputFile);
     require(kind == 0 || kind == 1 || kind == 65535);

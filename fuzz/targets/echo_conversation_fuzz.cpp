@@ -22,7 +22,7 @@ int readRange() {
 int readId(short size) {
     unsigned char id[41];
     std::memset(id, kCanary, sizeof id);
-    require(zelecho_GetActiveID(id, size) == 4);
+    require(zelecho_GetActiveID32(id, size) == 4 && zelecho_GetActiveID(nullptr, size) == 4);
     require(id[size] == kCanary);
     return 1;
 }
@@ -42,12 +42,21 @@ int readAll() {
     return result;
 }
 
+int halt() {
+    sCfgFlags flags = {};
+    require(zelecho_GetFlags(nullptr) == 0 && zelecho_SetFlags(nullptr) == 0);
+    require(zelecho_GetObjRangeInfo(nullptr) == 0);
+    zelecho_SetFlags(&flags);
+    zelecho_GetFlags(&flags);
+    return zelecho_HaltKBSends(0) & zelecho_HaltKBSends(1);
+}
+
 int run(int operation) {
     switch (operation) {
     case 0:
         return readRange();
     case 1:
-        return readId(40);
+        return readId(40) & readId(3) & readId(1) & readId(0);
     case 2:
         return readAll();
     case 3:
@@ -59,7 +68,7 @@ int run(int operation) {
     case 6:
         return zelecho_SaveUserDflts();
     default:
-        return zelecho_HaltKBSends(1);
+        return halt();
     }
 }
 
@@ -67,9 +76,11 @@ int run(int operation) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const int operation = input.byte() % 8;
+    const std::uint8_t way = input.byte();
     const tsDevDat& record = plugAnyReader(4, input);
-    const int result = run(operation);
+    if ((way & 0x80) != 0)
+        failFirstSend();
+    const int result = run(way % 8);
     require(result == 0 || result == 1);
     require(record.Echo.reserved[0] == 0 && record.iProduct == 4);
     return 0;

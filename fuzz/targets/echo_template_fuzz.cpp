@@ -45,6 +45,16 @@ void check(const tsEcho& settings) {
     require(!holds || (settings.bDirtySonar && settings.bDirtyWalkAway && settings.bDirtyWalkUp));
 }
 
+// A file that isn't there.
+void requireNoFile() {
+    for (const char* name : {static_cast<const char*>(nullptr), ""}) {
+        require(zelecho_WriteDevCfgToFile(name) == 0 && zelecho_ReadDevCfgFmFile(name) == 0);
+        require(zelTagAPI_checkFile(name, ZELTAGAPI_FILE_ECHO, nullptr) == 0);
+    }
+    require(ProcessSonarTokenVal(nullptr, 0, nullptr) == 0);
+    require(ProcessSonarTokenVal("x", 0, nullptr) == 0);
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -55,7 +65,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     require(isAccepted(DevDat[0].Echo) && DevDat[0].Echo.reserved[0] == 0);
     if (size % 2 == 0)
         check(DevDat[0].Echo);
-    if (isOneOf(128, text))
+    if (isOneOf(128, text)) {
+        requireNoFile();
         requireSameAgain();
+    }
     return 0;
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Lines of the device filter list, up to each line end.
 #include "frame/calls/filter_list.h"
+#include "frame/zelTagAPI.h"
 #include "frame/zelTagState.h"
+#include "fuzz/support/memory_file.h"
 #include "fuzz/target.h"
 
 #include <array>
@@ -27,11 +29,25 @@ void requireValue(char* line, int size) {
     require(out[static_cast<std::size_t>(size)] == kCanary);
 }
 
+// The whole file, and the fixed lines where there is none.
+void load(std::string_view text) {
+    listIndex = 0;
+    setInput(text, "zelTagVIDPID.txt");
+    LoadzelTagVidPidListFile();
+    require(listIndex >= 0 && listIndex <= kRows && VidPidVersion[0] == '\0');
+    listIndex = 0;
+    setInput({});
+    LoadzelTagVidPidListFile();
+    require(listIndex > 0);
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const tsVidPidList before = zelTagVidPid;
     Input input(data, size);
+    if (isOneOf(4096, input.text()))
+        load(input.text());
     std::memcpy(&zelTagVidPid, &before, sizeof before);
     listIndex = input.byte() % (kRows + 2) - 1;
     const int first = listIndex;

@@ -38,5 +38,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         require(line.front() == ':');
         requireBytes(image, line);
     }
+    Utilities none;
+    require(!none.openInputFile(nullptr) && Utilities::microIn(file.of({})) == -1);
     return 0;
 }

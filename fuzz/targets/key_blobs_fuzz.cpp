@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Key blobs, written to and read back from a reader that answers anything. An input is which of the
-// two, the count of data bytes, then the reader's answers.
+// two, the count of data bytes, then the reader's answers. As a third way it is the blobs of an INI
+// file up to a zero byte, then the answers.
 #include "firmware/key_blobs.h"
 #include "fuzz/support/any_reader.h"
+#include "fuzz/support/memory_file.h"
 
 #include <cstring>
 
@@ -29,14 +31,25 @@ int readBlob(std::uint8_t length) {
     return result;
 }
 
+int loadFile(Input& input) {
+    setInput(input.textUpTo('\0'));
+    return writeSecure().loadIniConfiguration(kInputFile);
+}
+
+int run(int way, Input& input) {
+    if (way == 2)
+        return loadFile(input);
+    const std::uint8_t length = input.byte();
+    return way == 1 ? writeBlob(length) : readBlob(length);
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const bool writes = input.byte() % 2 != 0;
-    const std::uint8_t length = input.byte();
+    const int way = input.byte() % 3;
     plugAnyReader(1, input);
-    const int result = writes ? writeBlob(length) : readBlob(length);
+    const int result = run(way, input);
     require(result == 0 || result == 1);
     return 0;
 }

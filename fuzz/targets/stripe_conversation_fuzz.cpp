@@ -7,9 +7,11 @@ using namespace zel::fuzz;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const int operation = input.byte() % kStripeOperations;
+    const std::uint8_t way = input.byte();
     const tsDevDat& record = plugAnyReader(2, input);
-    const int result = runStripe(operation);
+    if ((way & 0x80) != 0)
+        failFirstSend();
+    const int result = runStripe((way & 0x3F) % kStripeOperations);
     require(result == 0 || result == 1);
     require(record.iProduct == 2 && record.Cfg[0].bCfgValid == 0);
     return 0;

@@ -8,11 +8,13 @@ using namespace zel::fuzz;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const int operation = input.byte() % kTagOperations;
+    const std::uint8_t way = input.byte();
     const std::uint8_t known = input.byte();
     plugAnyReader(1, input);
     knowTag(known);
-    const int result = runTag(operation);
+    if ((way & 0x80) != 0)
+        failFirstSend();
+    const int result = runTag((way & 0x3F) % kTagOperations);
     require(result == 0 || result == 1);
     requireSoundTag();
     return 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Template files of proximity readers, read without a reader. The first byte says for how many
 // configurations and whether as a reader would keep them; the file follows.
+#include "cfgfile/tag_file.h"
 #include "frame/zelTagFiles.h"
 #include "fuzz/support/memory_file.h"
 #include "fuzz/target.h"
@@ -22,6 +23,20 @@ Configs untouched() {
     return configs;
 }
 
+// A file or a place that isn't there.
+void requireNothing() {
+    tsTagCfg config = {};
+    require(zelTagAPI_readTemplate(nullptr, &config, 1, 0) == 0);
+    require(zelTagAPI_readTemplate("", &config, 1, 0) == 0);
+    require(zelTagAPI_readTemplate(kInputFile, nullptr, 1, 0) == 0);
+    require(zelTagAPI_readTemplate(kInputFile, &config, 0, 0) == 0);
+    require(zelTagAPI_readTemplate(kInputFile, &config, 99, 0) == 0);
+    require(ReadFCfgBody(nullptr) == 0 && zeltag_ReadDevCfgFmFile("") == 0);
+    require(zeltag_ReadDevCfgFmFile(nullptr) == 0);
+    require(ProcessFCfgTokenVal(nullptr, 0, &config) == 0);
+    require(ProcessFCfgTokenVal("x", 0, nullptr) == 0);
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -37,5 +52,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto behind = static_cast<std::size_t>(found);
     require(std::memcmp(&configs.data()[behind], &before.data()[behind],
                         (kMost - behind) * sizeof(tsTagCfg)) == 0);
+    if (isOneOf(512, input.text()))
+        requireNothing();
     return 0;
 }
