@@ -34,11 +34,11 @@ std::uint64_t wordAt(const char* at) {
 } // namespace
 
 struct CRC::Tables {
-    std::array<std::uint64_t, 256> byte;
+    std::array<std::uint64_t, 256> byte = {};
     // For the byte k of a word: what it becomes once the lane's next word is reached.
-    std::array<std::array<std::uint32_t, 256>, kWord> ahead;
+    std::array<std::array<std::uint32_t, 256>, kWord> ahead = {};
 
-    std::uint64_t step(std::uint64_t value, unsigned char folded) const {
+    constexpr std::uint64_t step(std::uint64_t value, unsigned char folded) const {
         return value >> 8 ^ byte[(value ^ folded) & 0xFF];
     }
     std::uint64_t steps(std::uint64_t value, const char* at, std::size_t count) const {
@@ -52,19 +52,20 @@ struct CRC::Tables {
                ahead[3][word >> 24 & 0xFF] ^ ahead[4][word >> 32 & 0xFF] ^
                ahead[5][word >> 40 & 0xFF] ^ ahead[6][word >> 48 & 0xFF] ^ ahead[7][word >> 56];
     }
-    void buildByte(std::size_t index);
-    void buildAhead(std::size_t index);
+    constexpr void buildByte(std::size_t index);
+    constexpr void buildAhead(std::size_t index);
+    static constexpr Tables built();
     const char* fold(std::uint64_t& value, const char* at, const char* end) const;
 };
 
-void CRC::Tables::buildByte(std::size_t index) {
+constexpr void CRC::Tables::buildByte(std::size_t index) {
     std::uint64_t value = index;
     for (int bit = 0; bit < 8; ++bit)
         value = (value & 1) != 0 ? value >> 1 ^ kPolynomial : value >> 1;
     byte[index] = value;
 }
 
-void CRC::Tables::buildAhead(std::size_t index) {
+constexpr void CRC::Tables::buildAhead(std::size_t index) {
     std::uint64_t value = byte[index];
     for (std::size_t zeros = 0; zeros < kRound - kWord; ++zeros)
         value = step(value, 0);
@@ -93,21 +94,24 @@ const char* CRC::Tables::fold(std::uint64_t& value, const char* at, const char* 
     return at;
 }
 
+constexpr CRC::Tables CRC::Tables::built() {
+    Tables tables;
+    for (std::size_t index = 0; index < tables.byte.size(); ++index)
+        tables.buildByte(index);
+    for (std::size_t index = 0; index < tables.byte.size(); ++index)
+        tables.buildAhead(index);
+    return tables;
+}
+
 CRC::~CRC() { Free(); }
 
+// The compiler builds them: building them anew took longer than the checksum of a short file.
 void CRC::Init() {
-    Free();
-    tables_ = new Tables;
-    for (std::size_t index = 0; index < tables_->byte.size(); ++index)
-        tables_->buildByte(index);
-    for (std::size_t index = 0; index < tables_->byte.size(); ++index)
-        tables_->buildAhead(index);
+    static constexpr Tables kTables = Tables::built();
+    tables_ = &kTables;
 }
 
-void CRC::Free() {
-    delete tables_;
-    tables_ = nullptr;
-}
+void CRC::Free() { tables_ = nullptr; }
 
 long CRC::checksumOf(std::string_view text, unsigned long& result) const {
     std::uint64_t value = kStart;

@@ -15,7 +15,7 @@ public:
     CRC& operator=(const CRC&) = delete;
     virtual ~CRC();
 
-    // The tables live for one computation: Init() builds them anew.
+    // The tables are there for one computation: from Init() to Free().
     void Init();
     void Free();
 
@@ -56,7 +56,7 @@ public:
 
 private:
     struct Tables;
-    Tables* tables_ = nullptr;
+    const Tables* tables_ = nullptr;
 };
 
 // Whether the computation went well and its checksum reads as expected.

@@ -27,11 +27,21 @@ bool endsInDigits(std::string_view text) {
     return text.size() == 8 && text.find_first_not_of("0123456789ABCDEFabcdef") == text.npos;
 }
 
+} // namespace
+
+// Begins with a comment's, a record's or a message's mark, or holds a line feed or an "m" anywhere.
+bool zel::firmware::isFirmwareText(std::string_view piece) {
+    if (piece.empty())
+        return false;
+    const bool hasMark = piece[0] == '#' || piece[0] == ':' || piece[0] == 'M';
+    return hasMark || piece.find_first_of("\nm") != piece.npos;
+}
+
 // The first piece that is no text holds the digits.
-zelFileCheck find(CRC& crc, std::FILE* file) {
+zelFileCheck zel::firmware::checkFirmwareTrailer(CRC& crc, std::FILE* file, std::size_t room) {
     PieceReader pieces(file, kLongestPiece);
     std::string text;
-    text.reserve(kUsualText);
+    text.reserve(room);
     for (text = pieces.wholeLines(); pieces.next(); text += pieces.wholeLines()) {
         const std::string_view piece = pieces.piece();
         if (!isFirmwareText(piece))
@@ -44,19 +54,10 @@ zelFileCheck find(CRC& crc, std::FILE* file) {
                               : finding(ZELTAGAPI_FAULT_NO_TRAILER, 0);
 }
 
-} // namespace
-
-// Begins with a comment's, a record's or a message's mark, or holds a line feed or an "m" anywhere.
-bool zel::firmware::isFirmwareText(std::string_view piece) {
-    if (piece.empty())
-        return false;
-    const bool hasMark = piece[0] == '#' || piece[0] == ':' || piece[0] == 'M';
-    return hasMark || piece.find_first_of("\nm") != piece.npos;
-}
-
 zelFileCheck zel::firmware::checkFirmwareTrailer(CRC& crc, const char* name) {
     const File file = openSource(name);
-    return file ? find(crc, file.get()) : finding(ZELTAGAPI_FAULT_OPEN, 0);
+    return file ? checkFirmwareTrailer(crc, file.get(), kUsualText)
+                : finding(ZELTAGAPI_FAULT_OPEN, 0);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param)

@@ -20,11 +20,7 @@ std::ptrdiff_t find(const HeaderLines& lines, const std::string& value, std::ptr
 
 } // namespace
 
-std::optional<HeaderLines> headerOf(const std::string& name) {
-    std::ifstream file(name);
-    if (!file.is_open())
-        return std::nullopt;
-    file.exceptions(std::ios::badbit);
+HeaderLines headerLinesOf(std::istream& file) {
     HeaderLines lines;
     for (std::string line; std::getline(file, line);) {
         if (!line.empty() && line.back() == '\r')
@@ -34,6 +30,14 @@ std::optional<HeaderLines> headerOf(const std::string& name) {
         lines.push_back(line);
     }
     return lines;
+}
+
+std::optional<HeaderLines> headerOf(const std::string& name) {
+    std::ifstream file(name);
+    if (!file.is_open())
+        return std::nullopt;
+    file.exceptions(std::ios::badbit);
+    return headerLinesOf(file);
 }
 
 std::string valueOf(const std::string& line) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <istream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,8 +13,11 @@ namespace zel::firmware {
 
 using HeaderLines = std::vector<std::string>;
 
-// The lines of a file in front of "M0" or "M1"; nothing for a file that can't be opened. Throws
-// where it can't be read on: a header that ends there isn't whole.
+// The lines in front of "M0" or "M1", without a carriage return at their end.
+HeaderLines headerLinesOf(std::istream& file);
+
+// The same of a file; nothing for one that can't be opened. Throws where it can't be read on: a
+// header that ends there isn't whole.
 std::optional<HeaderLines> headerOf(const std::string& name);
 
 // A line from its first blank on, with the blank; empty without one.

@@ -30,7 +30,7 @@ std::ifstream open(const char* name) {
 
 bool begins(const std::string& line, char mark) { return !line.empty() && line.front() == mark; }
 
-signed char microIn(const std::string& line) {
+signed char processorIn(const std::string& line) {
     return static_cast<signed char>((line.size() > 1 ? line[1] : '\0') - '0');
 }
 
@@ -52,7 +52,7 @@ void Utilities::takeLines(std::istream& file) {
     bool behindMicro = false;
     for (std::string line; std::getline(file, line);) {
         if (begins(line, kMicroMark) && !std::exchange(behindMicro, true))
-            micro_ = microIn(line);
+            micro_ = processorIn(line);
         else if (behindMicro && begins(line, kBodyMark))
             lines_.push_back(line);
     }
@@ -91,8 +91,12 @@ void Utilities::setSleep(int microseconds) { zel::pauseFor(static_cast<unsigned>
 
 signed char Utilities::getMicro(const char* name) {
     std::ifstream file = open(name);
+    return microIn(file);
+}
+
+signed char Utilities::microIn(std::istream& file) {
     for (std::string line; std::getline(file, line);)
         if (begins(line, kMicroMark))
-            return microIn(line);
+            return processorIn(line);
     return -1;
 }

@@ -2,7 +2,7 @@
 // A firmware file's body: which processor it is for, and its lines as bytes.
 #pragma once
 
-#include <iosfwd>
+#include <istream>
 #include <string>
 #include <vector>
 
@@ -12,6 +12,10 @@ public:
     // Gathers the lines that begin with ':' behind the first one that begins with 'M'. Whether the
     // file could be opened and read to its end.
     bool openInputFile(const char* name);
+
+    // The same of a stream, and the digit alone.
+    void takeLines(std::istream& file);
+    static signed char microIn(std::istream& file);
 
     // Upper case for the letters a to z.
     void strToUpper(char* text);
@@ -37,8 +41,6 @@ public:
     signed char micro() const { return micro_; }
 
 private:
-    void takeLines(std::istream& file);
-
     std::vector<std::string> lines_;
     signed char micro_ = -1;
 };

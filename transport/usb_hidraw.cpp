@@ -4,11 +4,11 @@
 // A node's identity is read from sysfs before the open and asked of the open node again: the number
 // N of hidrawN may have passed to another device in between.
 #include "base/wipe.h"
+#include "transport/hidraw_node.h"
 #include "transport/usb_platform.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -16,36 +16,31 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/hidraw.h>
-#include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #include <utility>
 
+using namespace zel;
+
 namespace {
 
 constexpr char kClassFolder[] = "/sys/class/hidraw";
-constexpr std::string_view kNodePrefix = "hidraw";
 constexpr std::size_t kAttributeSize = 4096;   // sysfs hands out one page at most
 constexpr unsigned long kMaxReportSize = 4096; // bytes behind the report ID
 
-struct Node {
-    unsigned number;
-    std::uint16_t vendor;
-    std::uint16_t product;
-};
-
 // The snapshot of list(). A plain array: stop() also runs while static objects are destroyed.
-constinit Node* nodes = nullptr;
+constinit HidrawNode* nodes = nullptr;
 constinit int nodeCount = 0;
 constinit int nodeRoom = 0;
 
-bool append(const Node& node) {
+bool append(const HidrawNode& node) {
     if (nodeCount == nodeRoom) {
         const int room = nodeRoom == 0 ? 16 : 2 * nodeRoom;
-        void* const larger = std::realloc(nodes, static_cast<std::size_t>(room) * sizeof(Node));
+        void* const larger =
+            std::realloc(nodes, static_cast<std::size_t>(room) * sizeof(HidrawNode));
         if (!larger)
             return false;
-        nodes = static_cast<Node*>(larger);
+        nodes = static_cast<HidrawNode*>(larger);
         nodeRoom = room;
     }
     nodes[nodeCount++] = node;
@@ -74,42 +69,9 @@ int toDescriptor(void* handle) {
     return static_cast<int>(reinterpret_cast<std::intptr_t>(handle) - 1);
 }
 
-bool parseNodeName(std::string_view name, unsigned& number) {
-    if (!name.starts_with(kNodePrefix))
-        return false;
-    const char* const end = name.data() + name.size();
-    const auto [rest, error] = std::from_chars(name.data() + kNodePrefix.size(), end, number);
-    return error == std::errc() && rest == end;
-}
-
-// Takes a line "HID_ID=0003:00005A3E:00009D23": bus, vendor, product in hexadecimal. An ID wider
-// than 16 bits is none of USB's, and a line that the page's end cut has no line end.
-bool parseIds(std::string_view uevent, Node& node) {
-    constexpr std::string_view kKey = "HID_ID=";
-    while (!uevent.starts_with(kKey)) {
-        const std::size_t lineEnd = uevent.find('\n');
-        if (lineEnd == std::string_view::npos)
-            return false;
-        uevent.remove_prefix(lineEnd + 1);
-    }
-    uevent.remove_prefix(kKey.size());
-    std::array<std::uint16_t, 3> field = {};
-    for (std::uint16_t& value : field) {
-        const char terminator = &value == &field.back() ? '\n' : ':';
-        const char* const end = uevent.data() + uevent.size();
-        const auto [rest, error] = std::from_chars(uevent.data(), end, value, 16);
-        if (error != std::errc() || rest == end || *rest != terminator)
-            return false;
-        uevent.remove_prefix(static_cast<std::size_t>(rest + 1 - uevent.data()));
-    }
-    node.vendor = field[1];
-    node.product = field[2];
-    return true;
-}
-
 // A device whose attribute is absent, empty or gone meanwhile is left out.
-bool readNode(const char* name, Node& node) {
-    if (!parseNodeName(name, node.number))
+bool readNode(const char* name, HidrawNode& node) {
+    if (!takesName(name, node))
         return false;
     char path[128];
     std::snprintf(path, sizeof path, "%s/hidraw%u/device/uevent", kClassFolder, node.number);
@@ -118,7 +80,7 @@ bool readNode(const char* name, Node& node) {
         return false;
     std::array<char, kAttributeSize> text;
     const ssize_t size = ::read(file.get(), text.data(), text.size());
-    return size > 0 && parseIds({text.data(), static_cast<std::size_t>(size)}, node);
+    return size > 0 && takesIds({text.data(), static_cast<std::size_t>(size)}, node);
 }
 
 void scan() {
@@ -126,13 +88,13 @@ void scan() {
     if (!folder)
         return;
     while (const dirent* entry = readdir(folder)) {
-        Node node = {};
+        HidrawNode node = {};
         if (readNode(entry->d_name, node) && !append(node))
             break;
     }
     closedir(folder);
     std::sort(nodes, nodes + nodeCount,
-              [](const Node& a, const Node& b) { return a.number < b.number; });
+              [](const HidrawNode& a, const HidrawNode& b) { return a.number < b.number; });
 }
 
 int start() { return 1; }
@@ -151,12 +113,12 @@ int list() {
 }
 
 void ids(int index, unsigned* vendor, unsigned* product) {
-    const Node& node = nodes[index];
+    const HidrawNode& node = nodes[index];
     *vendor = node.vendor;
     *product = node.product;
 }
 
-bool isStill(const Node& node, int fd) {
+bool isStill(const HidrawNode& node, int fd) {
     hidraw_devinfo info = {};
     return ioctl(fd, HIDIOCGRAWINFO, &info) >= 0 &&
            static_cast<std::uint16_t>(info.vendor) == node.vendor &&
@@ -164,7 +126,7 @@ bool isStill(const Node& node, int fd) {
 }
 
 void* open(int index, char* name) {
-    const Node& node = nodes[index];
+    const HidrawNode& node = nodes[index];
     std::snprintf(name, 512, "/dev/hidraw%u", node.number);
     Descriptor file(::open(name, O_RDWR | O_CLOEXEC));
     if (file.get() < 0 || !isStill(node, file.get()))

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// A stripe reader on a line that answers anything. An input is the operation, then what comes;
+// without it there is no line at all.
+#include "fuzz/support/any_stream.h"
+#include "fuzz/support/stripe_reader.h"
+
+using namespace zel::fuzz;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Input input(data, size);
+    const std::uint8_t way = input.byte();
+    const tsDevDat& record =
+        plugAnyLine(2, input, (way & 0x80) != 0 ? Coming::Forever : Coming::Once);
+    if (input.isEmpty())
+        DevDat[0].pPort = nullptr;
+    const int result = runStripe((way & 0x3F) % kStripeOperations);
+    require(result == 0 || result == 1);
+    require(record.iProduct == 2 && record.Cfg[0].bCfgValid == 0);
+    return 0;
+}
