@@ -13,7 +13,6 @@ using namespace zel::firmware;
 namespace {
 
 constexpr unsigned long kPolynomial = 0xEDB88320;
-constexpr unsigned long kStart = 0xFFFFFFFF;
 constexpr long kNoTable = 23;
 
 // Long texts go through five lanes side by side, a word of each in turn.
@@ -113,13 +112,17 @@ void CRC::Init() {
 
 void CRC::Free() { tables_ = nullptr; }
 
+void CRC::fold(std::string_view part, std::uint64_t& value) const {
+    if (!tables_)
+        return;
+    const char* const end = part.data() + part.size();
+    const char* const rest = tables_->fold(value, part.data(), end);
+    value = tables_->steps(value, rest, static_cast<std::size_t>(end - rest));
+}
+
 long CRC::checksumOf(std::string_view text, unsigned long& result) const {
     std::uint64_t value = kStart;
-    if (tables_) {
-        const char* const end = text.data() + text.size();
-        const char* const rest = tables_->fold(value, text.data(), end);
-        value = tables_->steps(value, rest, static_cast<std::size_t>(end - rest));
-    }
+    fold(text, value);
     result = ~value;
     return tables_ ? 0 : kNoTable;
 }

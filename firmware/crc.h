@@ -2,6 +2,7 @@
 // The CRC-32 of IEEE 802.3 by which the library's text files tell that they were changed.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ public:
 
     // Folds in one byte; without tables the value stays.
     void CalcCrc32(unsigned char byte, unsigned long& value) const;
+
+    // The same of a text in parts: the value begins as kStart, and its complement is the checksum.
+    static constexpr std::uint64_t kStart = 0xFFFFFFFF;
+    void fold(std::string_view part, std::uint64_t& value) const;
 
     // The text in chunks of at most 4095 bytes, each cut at its first zero byte; empty for a file
     // that can't be opened.

@@ -3,29 +3,86 @@
 #include "firmware/piece_reader.h"
 #include "firmware/trailer.h"
 
+#include <cstdint>
+
 using namespace zel::firmware;
 
 namespace {
 
 constexpr std::size_t kLongestPiece = 127;
+constexpr std::string_view kLineEnds = "\r\n";
 
-// A firmware text's usual room, at once: growing there by steps takes longer than the checksum.
-// Memory that stays unused is never touched.
-constexpr std::size_t kUsualText = std::size_t{1} << 21;
+// The last line of a text that comes in parts, blank lines left out. A part without a line feed
+// begins with more than a line end.
+class LastLine {
+public:
+    void add(std::string_view part) {
+        const std::size_t last = part.find_last_not_of(kLineEnds);
+        if (last == part.npos) {
+            isEnded_ = isEnded_ || !part.empty();
+            return;
+        }
+        const std::size_t start = part.rfind('\n', last) + 1;
+        if (start > 0 || isEnded_)
+            line_.clear();
+        isEnded_ = part.find('\n', last) != part.npos;
+        if (line_.size() < kMost)
+            line_ += part.substr(start, kMost);
+    }
 
-zelFileCheck compare(CRC& crc, std::string_view text, const std::string& digits, int line) {
-    unsigned long checksum = 0;
-    unsigned long status = compute(crc, text, checksum);
-    const bool isEqual = checkBootloaderCRC(status, checksum, digits);
-    return comparison(isEqual, digits, digitsOf(checksum), line);
-}
+    // Digits with a line end are a line like others, and the file then has no trailer.
+    bool isDigits() const {
+        const std::string_view line(line_.data(), line_.find_last_not_of(kLineEnds) + 1);
+        return line.size() == 8 && line.find_first_not_of("0123456789ABCDEFabcdef") == line.npos;
+    }
 
-// Digits with a line end are a line like others, and the file then has no trailer.
-bool endsInDigits(std::string_view text) {
-    text = text.substr(0, text.find_last_not_of("\r\n") + 1);
-    text = text.substr(text.rfind('\n') + 1);
-    return text.size() == 8 && text.find_first_not_of("0123456789ABCDEFabcdef") == text.npos;
-}
+private:
+    static constexpr std::size_t kMost = kLongestPiece; // what is longer is no digits
+
+    std::string line_;
+    bool isEnded_ = false;
+};
+
+// Folds the text as it comes, so that a file of any length takes the room of a block.
+class FirmwareTrailer {
+public:
+    FirmwareTrailer(CRC& crc, std::FILE* file) : crc_(crc), pieces_(file, kLongestPiece) {
+        crc_.Init();
+    }
+    ~FirmwareTrailer() { crc_.Free(); }
+    FirmwareTrailer(const FirmwareTrailer&) = delete;
+    FirmwareTrailer& operator=(const FirmwareTrailer&) = delete;
+
+    // The first piece that is no text holds the digits.
+    zelFileCheck find() {
+        for (add(pieces_.wholeLines()); pieces_.next(); add(pieces_.wholeLines())) {
+            if (!isFirmwareText(pieces_.piece()))
+                return compared();
+            add(pieces_.piece());
+        }
+        if (pieces_.failed())
+            return finding(ZELTAGAPI_FAULT_OPEN, 0);
+        return lastLine_.isDigits() ? finding(ZELTAGAPI_FAULT_TRAILER, pieces_.line())
+                                    : finding(ZELTAGAPI_FAULT_NO_TRAILER, 0);
+    }
+
+private:
+    zelFileCheck compared() {
+        const std::string digits = digitsOf(~value_);
+        const std::string_view told = pieces_.piece();
+        return comparison(told == digits, told, digits, pieces_.line());
+    }
+
+    void add(std::string_view part) {
+        crc_.fold(part, value_);
+        lastLine_.add(part);
+    }
+
+    CRC& crc_;
+    PieceReader pieces_;
+    std::uint64_t value_ = CRC::kStart;
+    LastLine lastLine_;
+};
 
 } // namespace
 
@@ -37,27 +94,9 @@ bool zel::firmware::isFirmwareText(std::string_view piece) {
     return hasMark || piece.find_first_of("\nm") != piece.npos;
 }
 
-// The first piece that is no text holds the digits.
-zelFileCheck zel::firmware::checkFirmwareTrailer(CRC& crc, std::FILE* file, std::size_t room) {
-    PieceReader pieces(file, kLongestPiece);
-    std::string text;
-    text.reserve(room);
-    for (text = pieces.wholeLines(); pieces.next(); text += pieces.wholeLines()) {
-        const std::string_view piece = pieces.piece();
-        if (!isFirmwareText(piece))
-            return compare(crc, text, std::string(piece), pieces.line());
-        text += piece;
-    }
-    if (pieces.failed())
-        return finding(ZELTAGAPI_FAULT_OPEN, 0);
-    return endsInDigits(text) ? finding(ZELTAGAPI_FAULT_TRAILER, pieces.line())
-                              : finding(ZELTAGAPI_FAULT_NO_TRAILER, 0);
-}
-
 zelFileCheck zel::firmware::checkFirmwareTrailer(CRC& crc, const char* name) {
     const File file = openSource(name);
-    return file ? checkFirmwareTrailer(crc, file.get(), kUsualText)
-                : finding(ZELTAGAPI_FAULT_OPEN, 0);
+    return file ? FirmwareTrailer(crc, file.get()).find() : finding(ZELTAGAPI_FAULT_OPEN, 0);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
@@ -67,7 +106,9 @@ bool checkBootloaderCRC(unsigned long& status, unsigned long& checksum, std::str
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the callers give their text away.
 bool CRC::validateCRC(const char* digits, std::string text) {
-    return holds(compare(*this, text, digits, 0));
+    unsigned long checksum = 0;
+    unsigned long status = compute(*this, text, checksum);
+    return checkBootloaderCRC(status, checksum, digits);
 }
 
 bool CRC::pullBootloaderCRC(const char* name) { return holds(checkFirmwareTrailer(*this, name)); }

@@ -14,9 +14,6 @@ zelFileCheck checkTemplateTrailer(CRC& crc, const char* name);
 zelFileCheck checkFirmwareTrailer(CRC& crc, const char* name);
 zelFileCheck checkIniTrailer(CRC& crc, const char* name);
 
-// The text gets `room` bytes at once, and grows when it needs more.
-zelFileCheck checkFirmwareTrailer(CRC& crc, std::FILE* file, std::size_t room);
-
 // By kind: 0, 1, any other an INI file.
 zelFileCheck checkTrailer(CRC& crc, const char* name, int kind);
 

@@ -14,9 +14,7 @@ namespace zel::fuzz {
 
 namespace {
 
-constexpr std::size_t kRoom = 4096; // of a firmware text
-constexpr unsigned kFew = 256;      // one input of so many goes a long way
-constexpr unsigned kFewest = 16384; // where that allocates a firmware's usual room
+constexpr unsigned kFew = 256; // one input of so many goes a long way
 
 bool isText(const char (&digits)[9]) { return std::memchr(digits, '\0', sizeof digits) != nullptr; }
 
@@ -25,13 +23,6 @@ void requireSound(const zelFileCheck& found) {
     require(found.fault >= ZELTAGAPI_FAULT_NONE && found.fault <= ZELTAGAPI_FAULT_CHECKSUM);
     require(found.line >= 0 && isText(found.told) && isText(found.computed));
     require(!holds || std::strcmp(found.told, found.computed) == 0);
-}
-
-zelFileCheck checkInput(zelFileKind kind, CRC& crc) {
-    if (kind != ZELTAGAPI_FILE_FIRMWARE)
-        return firmware::checkTrailer(crc, kInputFile, kind);
-    const firmware::File file = firmware::openFile(kInputFile, "rb");
-    return firmware::checkFirmwareTrailer(crc, file.get(), kRoom);
 }
 
 // A file that was sealed holds, unless it had a trailer before, or lines that end in CR LF.
@@ -82,9 +73,9 @@ int checkTrailerOf(zelFileKind kind, const std::uint8_t* data, std::size_t size)
     const std::string_view text = Input(data, size).text();
     CRC crc;
     setInput(text);
-    const zelFileCheck found = checkInput(kind, crc);
+    const zelFileCheck found = firmware::checkTrailer(crc, kInputFile, kind);
     requireSound(found);
-    if (isOneOf(kind == ZELTAGAPI_FILE_FIRMWARE ? kFewest : kFew, text))
+    if (isOneOf(kFew, text))
         goLongWay(kind, text, found.fault == ZELTAGAPI_FAULT_NONE);
     return 0;
 }

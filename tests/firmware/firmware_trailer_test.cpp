@@ -45,6 +45,11 @@ bool modelHolds(const char* name) {
     return false;
 }
 
+// Of a text of lines alone.
+bool endsInDigits(const std::string& text) {
+    return std::regex_search(text, std::regex("(^|\n)[0-9A-Fa-f]{8}[\r\n]*$"));
+}
+
 } // namespace
 
 TEST_F(FirmwareTrailer, IsEightDigitsAndNothingElse) {
@@ -186,4 +191,26 @@ TEST_F(FirmwareTrailer, HoldsForTheFilesForWhichThePatternsDo) {
         held += holds;
     }
     EXPECT_GT(held, 100);
+}
+
+TEST_F(FirmwareTrailer, IsToldFromALastLineOfDigitsWhereverBlocksEnd) {
+    std::mt19937 random(6);
+    int digits = 0;
+    for (int round = 0; round < 400; ++round) {
+        std::string text;
+        for (int line = 0; line < 4; ++line)
+            text += randomText(random, ":\r\n", 3) + (random() % 2 != 0 ? "\n" : "") +
+                    randomText(random, "0aF", 9) + randomText(random, "\r\n", 4);
+        text += "\n";
+        const bool isDigits = endsInDigits(text);
+        const std::size_t before = round % 8 != 0 ? 0 : 65536 - random() % (text.size() + 140);
+        ASSERT_EQ(find(std::string(before, '\n') + text).starts_with("trailer"), isDigits) << text;
+        digits += isDigits;
+    }
+    EXPECT_GT(digits, 20);
+}
+
+TEST_F(FirmwareTrailer, DoesntEndALineOfManyPieces) {
+    EXPECT_EQ(find(std::string(100000, 'm') + "12345678"), "no trailer");
+    EXPECT_EQ(find(std::string(127, 'm') + "12345678\n"), "no trailer");
 }
