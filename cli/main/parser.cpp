@@ -42,9 +42,11 @@ std::string libraryVersion() {
     return fmt::format("{}.{}.{}", major, minor, build);
 }
 
-Parser::Parser(const Options& given)
-    : options_(given),
-      app_("Finds zelTag card readers, reads their cards and sets them up.", "zeltag") {
+Parser::Parser() { addAll(); }
+
+Parser::Parser(Words words, const Options& given) : words_(words), options_(given) { addAll(); }
+
+void Parser::addAll() {
     app_.set_version_flag("--version", versionText, "Print the version of the library");
     app_.set_help_flag("--help,-h", "Print this help");
     app_.formatter(screenFormatter());
@@ -63,8 +65,10 @@ void Parser::add(Command& command) {
     CLI::App* const app = parent.add_subcommand(std::string(name.substr(space + 1)), text.summary);
     app->group(space == name.npos ? text.group : "Commands");
     app->footer(fmt::format("Example:\n  {}", text.example));
-    command.addOptions(*app);
-    addCommonOptions(*app, options_);
+    if (isNamed(app->get_name())) {
+        command.addOptions(*app);
+        addCommonOptions(*app, options_);
+    }
     app->callback([this, &command] { chosen_ = &command; });
 }
 
@@ -74,9 +78,14 @@ CLI::App& Parser::family(std::string_view name, const char* group) {
     if (!made) {
         made = app_.add_subcommand(std::string(name), summaryOf(name));
         made->group(group)->require_subcommand(0, 1);
-        addCommonOptions(*made, options_);
+        if (isNamed(made->get_name()))
+            addCommonOptions(*made, options_);
     }
     return *made;
+}
+
+bool Parser::isNamed(const std::string& name) const {
+    return !words_ || std::find(words_->begin(), words_->end(), name) != words_->end();
 }
 
 } // namespace zel::cli

@@ -7,6 +7,8 @@
 #include <CLI/CLI.hpp>
 #include <map>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +21,15 @@ std::string libraryVersion();
 // What takes a command line apart. Help, manual pages and completions are made from its app().
 class Parser {
 public:
-    // Options that were given elsewhere stand where the command line names none.
-    explicit Parser(const Options& given = {});
+    using Words = std::span<const char* const>;
+
+    // The whole grammar.
+    Parser();
+
+    // The grammar of a command line of these words: a command that none of them names has no
+    // options, as each command's take longer to declare than the program to start. Options that
+    // were given elsewhere stand where the command line names none.
+    Parser(Words words, const Options& given);
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
 
@@ -31,11 +40,14 @@ public:
     Command* chosen() const { return chosen_; }
 
 private:
+    void addAll();
     void add(Command& command);
+    bool isNamed(const std::string& name) const;
     CLI::App& family(std::string_view name, const char* group);
 
+    std::optional<Words> words_; // null: as if they named all
     Options options_;
-    CLI::App app_;
+    CLI::App app_{"Finds zelTag card readers, reads their cards and sets them up.", "zeltag"};
     std::map<std::string, CLI::App*> families_;
     std::vector<std::unique_ptr<Command>> commands_ = allCommands();
     Command* chosen_ = nullptr;

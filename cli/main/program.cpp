@@ -14,6 +14,8 @@ namespace zel::cli {
 
 namespace {
 
+using Words = Parser::Words;
+
 Failure cannotWrite(int error) {
     return {ExitCode::CannotWrite,
             fmt::format("the results can't be written: {}", std::strerror(error)),
@@ -29,19 +31,20 @@ void report(const Failure& failure, bool json, Output& output) {
 }
 
 // Also answers for a command line that can't be parsed.
-bool asksForJson(int argc, const char* const* argv) {
-    return std::any_of(argv, argv + argc,
+bool asksForJson(Words words) {
+    return std::any_of(words.begin(), words.end(),
                        [](const char* word) { return std::string_view(word) == "--json"; });
 }
 
 class Program {
 public:
-    explicit Program(const Options& given = {}) : parser_(given) {}
+    explicit Program(Words words, const Options& given = {})
+        : words_(words), parser_(words, given) {}
 
-    Outcome run(int argc, const char* const* argv, Output& output) {
-        asksForJson_ = asksForJson(argc, argv); // the parser stops at --version
+    Outcome run(Output& output) {
+        asksForJson_ = asksForJson(words_); // the parser stops at --version
         try {
-            parser_.app().parse(argc, argv);
+            parser_.app().parse(static_cast<int>(words_.size()), words_.data());
         } catch (const CLI::ParseError& stop) {
             return end(stop, output);
         }
@@ -118,13 +121,14 @@ private:
                 fmt::format("`zeltag{} --help` lists them", parsedCommand()), ""};
     }
 
+    Words words_;
     Parser parser_;
     bool asksForJson_ = false;
 };
 
-Outcome runGuarded(Program& program, int argc, const char* const* argv, Output& output) {
+Outcome runGuarded(Program& program, Output& output) {
     try {
-        return program.run(argc, argv, output);
+        return program.run(output);
     } catch (const std::exception& error) {
         return Failure{ExitCode::Failed,
                        std::string("stopped by an internal failure: ") + error.what(), "", ""};
@@ -137,18 +141,19 @@ Outcome runWords(const std::vector<std::string>& words, const Options& options, 
     std::vector<const char*> argv = {"zeltag"};
     for (const std::string& word : words)
         argv.push_back(word.c_str());
-    return Program(options).run(static_cast<int>(argv.size()), argv.data(), output);
+    return Program(argv, options).run(output);
 }
 
 ExitCode runProgram(int argc, const char* const* argv) {
+    const Words words(argv, static_cast<std::size_t>(argc));
     Output output(stdout);
-    Program program;
-    Outcome outcome = runGuarded(program, argc, argv, output);
+    Program program(words);
+    Outcome outcome = runGuarded(program, output);
     if (!outcome && output.error() != 0)
         outcome = cannotWrite(output.error());
     if (!outcome)
         return ExitCode::Done;
-    report(*outcome, asksForJson(argc, argv), output);
+    report(*outcome, asksForJson(words), output);
     return outcome->exit;
 }
 
