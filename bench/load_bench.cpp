@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Times loading and unloading the library, and tells the memory that it adds while loaded.
+// Times loading and unloading a library, and tells the memory that it adds while loaded.
 //
 // libstdc++ and libc are already there, as in any C++ program.
 #include <benchmark/benchmark.h>

@@ -8,7 +8,7 @@
 int main(int count, char** arguments) {
     const zel::bench::Way* const way = count == 3 ? zel::bench::findWay(arguments[1]) : nullptr;
     if (!way || !way->begin()) {
-        std::fputs("usage: bench_repeat WAY TIMES, where a reader is\n", stderr);
+        std::fputs("usage: bench_repeat WAY TIMES, where what the way needs is\n", stderr);
         return 1;
     }
     int result = 0;

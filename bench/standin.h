@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A stand-in for the kernel's hidraw: the program's own ioctl() and open() take the place of
-// libc's.
+// libc's, and so does usleep(), which returns at once.
 //
 // Every shared library of the process reaches them too. Nodes under /dev/hidraw open as /dev/null,
 // so that opening and closing one costs a plain system call; an exchange costs a few instructions.

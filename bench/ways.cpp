@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Finds a way by name.
+// Gathers the ways and finds one by name.
 #include "bench/ways.h"
 
 #include "bench/standin.h"
@@ -13,8 +13,18 @@ namespace zel::bench {
 std::span<const Way> hidapiWays() { return {}; }
 #endif
 
+#ifndef ZEL_BENCH_ZLIB
+std::span<const Way> firmwareWays() { return {}; }
+#endif
+
+std::span<const std::span<const Way>> allWays() {
+    static const std::span<const Way> all[] = {libraryWays(), hidapiWays(), settingsWays(),
+                                               templateWays(), firmwareWays()};
+    return all;
+}
+
 const Way* findWay(std::string_view name) {
-    for (const std::span<const Way> ways : {libraryWays(), hidapiWays()}) {
+    for (const std::span<const Way> ways : allWays()) {
         const auto way = std::ranges::find(ways, name, &Way::name);
         if (way != ways.end())
             return &*way;
