@@ -55,6 +55,7 @@ class Bench:
                 "-DZEL_BENCHMARKS=ON"])
         output(["cmake", "--build", self.folder, "--target", "bench_programs",
                 "-j", os.cpu_count()])
+        os.sync()  # pages of a library that aren't on the disk yet count as the process's own
 
     def has_hidapi(self):
         return re.search(r"^hidapi_FOUND:.*=1$", (self.folder / "CMakeCache.txt").read_text(),

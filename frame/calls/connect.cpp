@@ -22,13 +22,8 @@ void startTable() {
     cbIndex = 0;
     listIndex = 0;
     zeltag_ZeroCardTypeListFromDevice();
-    for (tsDevDat& record : DevDat) {
-        record.bSepFldOK = 1;
-        record.bPartNumOK = 1;
-        record.bTagOpen = 0;
-        record.iTagPlusState = 0;
-        record.bTagAdv = 0;
-    }
+    for (tsDevDat& record : DevDat)
+        startRecord(record);
 }
 
 // Neither the list's next row nor what the records hold goes back.

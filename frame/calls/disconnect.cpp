@@ -14,15 +14,11 @@ namespace {
 
 // What a record keeps: name, configuration, error word and all else not named here.
 void release(tsDevDat& record) {
-    record.bSepFldOK = 1;
-    record.bPartNumOK = 1;
-    record.bTagOpen = 0;
-    record.iTagPlusState = 0;
-    record.bTagAdv = 0;
+    startRecord(record);
     closeHandle(record);
     freePort(record);
     closeConnectSocket();
-    record.iProduct = kNoProduct;
+    settle(record.iProduct, kNoProduct);
 }
 
 } // namespace

@@ -19,12 +19,16 @@ void initialiseLock() {
     pthread_mutex_init(&zelLock, &Attr);
 }
 
-// Registered here and not by a destructor attribute, so that it also runs at dlclose and always
-// before the exit handlers of whatever was loaded earlier.
+// All other variables start as _APIinit() sets them: it isn't run, as that would write the whole
+// table.
+//
+// The end is registered here and not by a destructor attribute, so that it also runs at dlclose and
+// always before the exit handlers of whatever was loaded earlier.
 __attribute__((constructor)) void onLoad() {
     zel::buildExportedTexts();
     errorCodes = new ErrorCodes; // stays: exit handlers of the application may still use it
-    _APIinit();
+    initialiseLock();
+    UsbDriver_Init();
     std::atexit([] { _APIfini(); });
 }
 

@@ -6,7 +6,6 @@
 #include <new>
 
 // One row a variable: its name and its constant initial value.
-ZEL_EXPORTED(DevDat, {})
 ZEL_EXPORTED(iActDev, 0)
 ZEL_EXPORTED(iDevsFnd, 0)
 ZEL_EXPORTED(cbIndex, 0)

@@ -3,7 +3,6 @@
 #include "frame/state/state.h"
 
 #include <atomic>
-#include <cstring>
 
 namespace zel {
 
@@ -13,10 +12,6 @@ constinit std::uint32_t gConnectProduct = UINT32_MAX;
 constinit std::int32_t iLastIDBits = 0;
 constinit std::atomic<bool> disconnectRequested = false;
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
-
-// Configurations whose field data start in their old form: all but the last one.
-constexpr int kPresetConfigs = ZELTAGAPI_MAX_CONFIGS - 1;
-constexpr std::uint8_t kOldFieldDataHeader = 12;
 } // namespace
 
 bool hasActiveDevice() { return iActDev >= 0 && iActDev < iDevsFnd && iActDev < kMaxDevices; }
@@ -68,15 +63,6 @@ std::int64_t queuedElement(const tsQueuedID& queued, int index) {
         return queued.byte43;
     default:
         return 0;
-    }
-}
-
-void clearTable() {
-    std::memset(DevDat, 0, sizeof DevDat);
-    for (tsDevDat& record : DevDat) {
-        record.hDev = noHandle();
-        for (int config = 0; config < kPresetConfigs; ++config)
-            record.Cfg[config].uSFD.bytes[0] = kOldFieldDataHeader;
     }
 }
 

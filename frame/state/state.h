@@ -73,7 +73,17 @@ void setLastIdBits(std::int32_t bits);
 // An element of a queued identifier, as GetQueuedID_index() numbers them; 0 for no such one.
 std::int64_t queuedElement(const tsQueuedID& queued, int index);
 
-// Every record as the library holds it after loading, but for the families' own defaults.
+// Leaves a word alone that is as it shall be, so that the pages of a record that nobody used stay
+// those of the library's file.
+inline void settle(std::uint32_t& word, std::uint32_t value) {
+    if (word != value)
+        word = value;
+}
+
+// The words that each connect and disconnect starts anew.
+void startRecord(tsDevDat& record);
+
+// Every record as the library holds it after loading.
 void clearTable();
 
 // The two text objects among the exported data; built once, when the library is loaded.

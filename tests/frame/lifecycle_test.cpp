@@ -3,6 +3,8 @@
 #include "tests/support/library_test.h"
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 using namespace zel::test;
 
@@ -15,7 +17,21 @@ const std::uint8_t* bytesOf(const tsDevDat& record) {
     return reinterpret_cast<const std::uint8_t*>(&record);
 }
 
+// As the program found it, before any test.
+const std::vector<tsDevDat> loadedTable(std::begin(DevDat), std::end(DevDat));
+
+bool areEqual(const tsDevDat& a, const tsDevDat& b) {
+    return std::equal(bytesOf(a), bytesOf(a) + sizeof a, bytesOf(b));
+}
+
 } // namespace
+
+// The table comes so from the library's file, and no step of the loading writes it.
+TEST_F(StartUp, OfALoadedLibraryHasMadeTheTableAsACallDoes) {
+    std::fill(std::begin(DevDat), std::end(DevDat), tsDevDat{});
+    _APIinit();
+    EXPECT_TRUE(std::equal(std::begin(DevDat), std::end(DevDat), loadedTable.begin(), areEqual));
+}
 
 TEST_F(StartUp, LeavesEachRecordZeroButForItsDefaults) {
     _APIinit();
@@ -28,8 +44,7 @@ TEST_F(StartUp, LeavesEachRecordZeroButForItsDefaults) {
     expected.Band.iActLength = 32;
     expected.Band.iActTerm = 255;
     for (const tsDevDat& record : DevDat)
-        EXPECT_TRUE(std::equal(bytesOf(record), bytesOf(record) + sizeof record, bytesOf(expected)))
-            << &record - DevDat;
+        EXPECT_TRUE(areEqual(record, expected)) << &record - DevDat;
 }
 
 TEST_F(StartUp, PresetsTheFieldDataOfTenOfElevenConfigurations) {
