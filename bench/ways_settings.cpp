@@ -12,7 +12,8 @@ namespace zel::bench {
 
 namespace {
 
-using Report = std::array<unsigned char, 8>;
+constexpr int kReportBytes = 8;
+using Report = std::array<unsigned char, kReportBytes>;
 
 // What holds a plain reader's settings: the ID pair, four blocks, twelve pages of field data (the
 // old form has as many), and its texts of 8, 3 and 3 characters, each character a query.
@@ -32,11 +33,11 @@ constexpr int kMostReaders = 127;
 Report records[kMostReaders][kConnectQueries];
 
 void send(int reader, const Report& report) {
-    plainReaders().setFeature(&records[reader], 0, report.data(), report.size());
+    plainReaders().setFeature(&records[reader], 0, report.data(), kReportBytes);
 }
 
 void query(int reader, unsigned char command, Report& reply) {
-    long size = reply.size();
+    long size = kReportBytes;
     send(reader, {command});
     plainReaders().getFeature(&records[reader], 0, reply.data(), &size);
 }

@@ -9,8 +9,8 @@ WAYS = {
                        "fwrite of the same bytes to a new file",
                        "reads the settings from the reader, and prints each word"),
     "template-read": ("template file, read", "template-read-by-fgets", "fgets of its lines",
-                      "compares each key with the 90 that there are until one fits, reads "
-                      "numbers by sscanf"),
+                      "looks each key up by comparing without case, two fifths; reads its number "
+                      "by sscanf, another third"),
     "trailer-check": ("trailer of a 10 MB firmware file", "trailer-by-crc32",
                       "reading it by blocks plus zlib's crc32",
                       "also looks for the end of each line, to tell text from trailer"),
