@@ -2,7 +2,11 @@
 // The file-scope state behind frame/state/state.h and the rules for touching the device table.
 #include "frame/state/state.h"
 
+#include "frame/state/device_table.h"
+
+#include <algorithm>
 #include <atomic>
+#include <iterator>
 
 namespace zel {
 
@@ -65,5 +69,15 @@ std::int64_t queuedElement(const tsQueuedID& queued, int index) {
         return 0;
     }
 }
+
+void startRecord(tsDevDat& record) {
+    settle(record.bSepFldOK, 1);
+    settle(record.bPartNumOK, 1);
+    settle(record.bTagOpen, 0);
+    settle(record.iTagPlusState, 0);
+    settle(record.bTagAdv, 0);
+}
+
+void clearTable() { std::fill(std::begin(DevDat), std::end(DevDat), zelStartingRecord); }
 
 } // namespace zel

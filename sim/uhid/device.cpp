@@ -10,6 +10,11 @@
 
 namespace zel::sim {
 
+namespace {
+// Requests. Two programs that poll a reader ask as fast as they are answered: there is always one.
+constexpr int kMostAtOnce = 32;
+} // namespace
+
 UhidDevice::UhidDevice(Descriptor kernel, std::size_t port, std::size_t reportSize)
     : kernel_(std::move(kernel)), port_(port) {
     const UsbIdentity& identity = usbBus().identity(port);
@@ -46,8 +51,12 @@ void UhidDevice::serve() {
     const auto present = usbBus().presentPorts();
     setPresent(std::ranges::find(present, port_) != present.end());
     UhidBytes event(uhidEventSize());
-    for (ssize_t size; (size = read(kernel_.number(), event.data(), event.size())) > 0;)
+    for (int turn = 0; turn < kMostAtOnce; ++turn) {
+        const ssize_t size = read(kernel_.number(), event.data(), event.size());
+        if (size <= 0)
+            return;
         answer(uhidRequestIn(std::span(event).first(static_cast<std::size_t>(size))));
+    }
 }
 
 // Any refusal reaches a program as EIO.

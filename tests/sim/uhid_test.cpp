@@ -10,7 +10,9 @@
 #include <cstring>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/sockios.h>
 #include <linux/uhid.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 namespace zel::test {
@@ -72,6 +74,22 @@ protected:
     Descriptor kernel_;
     std::unique_ptr<UhidDevice> device_;
 };
+
+// Else two programs that poll it would keep the simulator from all else.
+TEST_F(KernelDevice, ServesSomeRequestsATurnHoweverManyThereAre) {
+    const std::uint32_t opened = UHID_OPEN;
+    for (int i = 0; i < 40; ++i)
+        ASSERT_EQ(write(kernel_.number(), &opened, sizeof opened), 4);
+    const auto isAllTaken = [this] {
+        int waiting = -1;
+        EXPECT_EQ(ioctl(kernel_.number(), SIOCOUTQ, &waiting), 0);
+        return waiting == 0;
+    };
+    device_->serve();
+    EXPECT_FALSE(isAllTaken());
+    device_->serve();
+    EXPECT_TRUE(isAllTaken());
+}
 
 TEST_F(KernelDevice, IsMadeWithItsIdentityAndOneFeatureReport) {
     const uhid_event event = next();
