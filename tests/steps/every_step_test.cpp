@@ -2,13 +2,13 @@
 // Each exchange of each operation on a device fails once in each way; behind it the same operation
 // goes well.
 #include "tests/steps/bench.h"
+#include "tests/steps/traffic.h"
 #include "tests/support/descriptors.h"
 #include "tests/support/temporary_folder.h"
 
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <sstream>
 
 using namespace zel::test;
 using namespace zel::test::steps;
@@ -27,8 +27,6 @@ constexpr const char* kFaultNames[] = {"send",
                                        "ones for a status"};
 
 using Views = std::vector<std::string>;
-using Traffic = std::vector<std::string>;
-
 // What a call left.
 struct Left {
     long long result;
@@ -45,19 +43,6 @@ char symbolOf(const std::string& view, const std::string& before, const std::str
     if (view == good)
         return '+';
     return isEmpty(view) ? '0' : '!';
-}
-
-std::string shown(const Traffic& traffic) {
-    std::string text;
-    for (const std::string& transfer : traffic)
-        text += transfer + '\n';
-    return text;
-}
-
-// Whether each transfer begins as it is told.
-bool isAsTold(const Traffic& traffic, const Traffic& told) {
-    return std::equal(traffic.begin(), traffic.end(), told.begin(), told.end(),
-                      [](const auto& one, const auto& start) { return one.starts_with(start); });
 }
 
 class EveryStep : public BenchTest, public ::testing::WithParamInterface<Operation> {
@@ -105,13 +90,6 @@ protected:
         return symbols;
     }
 
-    static Traffic goodTraffic() {
-        Traffic all;
-        for (const Step& step : operation().steps)
-            all += apparatus().wire->transfers(step.command);
-        return all;
-    }
-
     void makeWell(const Call& call) {
         begin();
         good_.clear();
@@ -119,32 +97,8 @@ protected:
         EXPECT_EQ(left.result, operation().result);
         EXPECT_EQ(left.error, operation().error);
         EXPECT_EQ(seen(left.views), operation().seen);
-        EXPECT_TRUE(isAsTold(left.traffic, goodTraffic())) << shown(left.traffic);
+        EXPECT_TRUE(isAsTold(left.traffic, trafficOf(operation().steps))) << shown(left.traffic);
         good_ = left.views;
-    }
-
-    static void appendNamed(Traffic& told, const std::string& commands) {
-        std::istringstream names(commands);
-        for (std::string command; names >> command;)
-            told += apparatus().wire->transfers(command);
-    }
-
-    // The traffic when an exchange fails `tries` times and what `then` tells follows.
-    static Traffic toldTraffic(const Point& point, int tries, const std::string& then) {
-        const Steps& steps = operation().steps;
-        const Wire& wire = *apparatus().wire;
-        Traffic told;
-        for (std::size_t n = 0; n < point.exchange; ++n)
-            told += wire.transfers(steps[n].command);
-        for (int attempt = 0; attempt < tries; ++attempt)
-            told += wire.transfersUpTo(steps[point.exchange].command, point.fault);
-        if (then != "*") {
-            appendNamed(told, then);
-            return told;
-        }
-        for (std::size_t n = point.exchange + 1; n < steps.size(); ++n)
-            told += wire.transfers(steps[n].command);
-        return told;
     }
 
     void expectOutcome(const Left& left, const Outcome& outcome, const Traffic& told) const {
@@ -181,7 +135,7 @@ protected:
     void failAt(const Call& call, const Point& point, const Outcome& outcome) {
         const int tries = triesOf(point, outcome);
         const Left left = makeBadly(call, point, tries);
-        expectOutcome(left, outcome, toldTraffic(point, tries, outcome.then));
+        expectOutcome(left, outcome, trafficOf(operation().steps, point, tries, outcome.then));
         expectRecovery(call, outcome);
     }
 
@@ -190,16 +144,8 @@ protected:
         const Left left = makeBadly(call, point, 1);
         const Outcome outcome{operation().result, operation().error, operation().seen};
         const bool isResent = point.trouble == Trouble::OnceRefused;
-        Traffic told = goodTraffic();
-        if (!isResent) {
-            const Traffic lost = apparatus().wire->transfersUpTo(
-                operation().steps[point.exchange].command, point.fault);
-            Traffic before;
-            for (std::size_t n = 0; n < point.exchange; ++n)
-                before += apparatus().wire->transfers(operation().steps[n].command);
-            told.insert(told.begin() + static_cast<std::ptrdiff_t>(before.size()), lost.begin(),
-                        lost.end());
-        }
+        const Steps& steps = operation().steps;
+        const Traffic told = isResent ? trafficOf(steps) : trafficOf(steps, point);
         expectOutcome(left, outcome, told);
         apparatus().wire->heal();
     }

@@ -8,8 +8,8 @@ std::vector<Operation> allOperations() {
     std::vector<Operation> all;
     for (const auto& rows :
          {tagCardRows, tagServiceRows, tagReadRows, tagWriteRows, tagPlusRows, tagBlobRows,
-          streamCardRows, streamConfigRows, asciiRows, bandRows, bandConfigRows, echoRows,
-          flashRows, connectRows, plusReadRows, plusWriteRows})
+          streamCardRows, streamConfigRows, asciiRows, bandRows, bandCardRows, bandConfigRows,
+          echoRows, flashRows, connectRows, plusReadRows, plusWriteRows})
         all += rows();
     return all;
 }

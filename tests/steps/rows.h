@@ -18,6 +18,7 @@ std::vector<Operation> flashRows();
 std::vector<Operation> connectRows();
 std::vector<Operation> echoRows();
 std::vector<Operation> bandRows();
+std::vector<Operation> bandCardRows();
 std::vector<Operation> bandConfigRows();
 std::vector<Operation> asciiRows();
 std::vector<Operation> streamCardRows();
