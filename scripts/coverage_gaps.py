@@ -38,21 +38,32 @@ def unreached(file):
     return lines
 
 
+def words_of(line):
+    """A line without its indentation, and without the end that a macro's line has."""
+    return line.rstrip("\\").strip()
+
+
 def block_of(lines, first):
-    """The lines of what begins at `first`: up to the brace that closes it, or that line alone."""
-    text = lines[first]
-    if not text.endswith("{"):
+    """The lines of what begins at `first`: up to the brace that closes it; of a condition, its
+    statement; else that line alone."""
+    text = words_of(lines[first])
+    if text.endswith(";"):
         return [first]
-    end = text[:len(text) - len(text.lstrip())] + "}"
-    last = next((i for i in range(first + 1, len(lines)) if lines[i].startswith(end)), first)
-    return range(first, last + 1)
+    if not text.endswith("{"):
+        return [first, first + 1]
+    depth = 0
+    for at in range(first, len(lines)):
+        depth += lines[at].count("{") - (lines[at].count("}") if at > first else 0)
+        if depth == 0:
+            return range(first, at + 1)
+    return [first]
 
 
 def explained(file, lines, named, used):
     found = set()
     for at, text in enumerate(lines):
-        if (file, text.strip()) in named:
-            used.add((file, text.strip()))
+        if (file, words_of(text)) in named:
+            used.add((file, words_of(text)))
             found.update(place + 1 for place in block_of(lines, at))
     return found
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <random>
+#include <unistd.h>
 
 using namespace zel::test;
 
@@ -80,6 +81,19 @@ private:
 };
 
 } // namespace
+
+// The title is read twice, which a pipe doesn't allow.
+TEST_F(BandFile, ThatIsAPipeIsRefused) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const std::string text = kBandTitle + std::string("Beeper: 1\n");
+    ASSERT_EQ(::write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    ::close(ends[1]);
+    const std::string before = image();
+    EXPECT_EQ(ReadDevCfgFmFile(("/dev/fd/" + std::to_string(ends[0])).c_str()), 0);
+    EXPECT_EQ(image(), before);
+    ::close(ends[0]);
+}
 
 TEST_F(BandFile, IsWrittenToTheByte) {
     fill();

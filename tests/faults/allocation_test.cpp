@@ -6,26 +6,20 @@
 #include "sim/tag/stream.h"
 #include "sim/wire/line.h"
 #include "tests/faults/allocations.h"
+#include "tests/faults/failing_calls.h"
 #include "tests/support/files.h"
 #include "tests/support/library_test.h"
 #include "tests/support/temporary_folder.h"
 #include "transport/line_opener.h"
 #include "transport/usb_backend.h"
 
-#include <climits>
 #include <csignal>
 #include <cstring>
-#include <functional>
 
 namespace zel::test {
 
 namespace {
 
-#ifdef ZEL_SANITIZED
-constexpr int kFewest = 0; // allocations of a call: libc's own aren't seen
-#else
-constexpr int kFewest = 1;
-#endif
 constexpr std::size_t kLongestMessage = 200; // of a refusal, which stays in errorString
 constexpr char kPath[] = "/dev/line";
 constexpr char kArrival[] = R"(\\?\HID#Vid_5a3e&Pid_9d23)";
@@ -66,24 +60,6 @@ protected:
     }
     ~FailingAllocation() override { USBDisconnect(); }
 
-    // A call whose result is 1 when it went well, and what it then leaves.
-    using Call = std::function<int()>;
-    using Effect = std::function<std::string()>;
-
-    // Lets each allocation of the call fail. The result is then a failure, or the effect is there;
-    // the next call goes well, and nothing is lost on the way.
-    static void failEach(
-        const Call& call, const Effect& effect = [] { return std::string(); }) {
-        call(); // what is kept from the first one on
-        EXPECT_EQ(call(), 1);
-        const std::string wanted = effect();
-        int nth = 0;
-        for (const int times : {1, INT_MAX})
-            for (nth = 1; failNth(nth, times, call, effect, wanted); ++nth) {
-            }
-        EXPECT_GT(nth, kFewest);
-    }
-
     static void connectPlus() { connectReader({.tagPlusConfigurations = 1}); }
 
     // The reader that the firmware is for.
@@ -104,26 +80,6 @@ protected:
     }
 
 private:
-    static bool failNth(int nth, int times, const Call& call, const Effect& effect,
-                        const std::string& wanted) {
-        SCOPED_TRACE(std::to_string(nth) + (times > 1 ? " and all behind it" : ""));
-        const long before = heldBlocks();
-        int failures = 0;
-        int result = 0;
-        {
-            const FailingAllocations failing(nth, times);
-            result = call();
-            failures = FailingAllocations::failures();
-        }
-        if (result == 1) {
-            EXPECT_EQ(effect(), wanted) << "tells success";
-        }
-        EXPECT_EQ(call(), 1) << "the next call";
-        EXPECT_EQ(effect(), wanted);
-        EXPECT_EQ(heldBlocks(), before);
-        return failures > 0;
-    }
-
     TemporaryFolder folder_;
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The exported calls that check and load firmware, and the texts that they answer with.
+#include "frame/zelTagFiles.h"
 #include "tests/firmware/firmware_file.h"
 #include "tests/firmware/flash_test.h"
 #include "tests/firmware/message_texts.h"
@@ -143,4 +144,12 @@ TEST_F(FirmwareRefusal, IsTheBufferOfTheLastMessageAndOutlivesTheNextSuccess) {
     EXPECT_EQ(refusal, errorString.c_str());
     EXPECT_STREQ(CheckRulesAndBootload("good.hex"), kDone);
     EXPECT_EQ(errorString, messageOf(11));
+}
+
+TEST_F(FirmwareLoad, NeedsAFileToTellOf) {
+    zelFirmwareFile file = {};
+    EXPECT_EQ(zelTagAPI_readFirmware(nullptr, &file), 0);
+    EXPECT_EQ(zelTagAPI_readFirmware("good.hex", nullptr), 0);
+    EXPECT_EQ(zelTagAPI_readFirmware("none.hex", &file), 0);
+    EXPECT_EQ(zelTagAPI_readFirmware("good.hex", &file), 1);
 }

@@ -183,6 +183,17 @@ TEST_F(ReaderText, ThatFailsIsNullAndTheRestIsNotAskedFor) {
     EXPECT_EQ(bus().exchanges(0), 3 * 4);
 }
 
+TEST_F(ReaderText, IsNullWithAnIndexOutsideTheTable) {
+    connectReader();
+    for (const short index : {short{-1}, short{128}}) {
+        iActDev = index;
+        EXPECT_EQ(zeltag_GetFWFilename(), nullptr);
+        EXPECT_EQ(zeltag_GetFullFWVersion(), nullptr);
+        EXPECT_EQ(zeltag_getPartNumberString(), nullptr);
+    }
+    EXPECT_EQ(bus().exchanges(0), 0U);
+}
+
 TEST_F(ReaderText, IsThatOfTheRecordAndNothingIsSent) {
     EXPECT_EQ(GetFWFilename(), nullptr);
     EXPECT_EQ(GetFullFWVersion(), nullptr);
