@@ -13,6 +13,7 @@ import tempfile
 
 EXITS = {0, 1, 2, 64, 65, 66, 69, 73, 77, 130}
 NO_LOADER = 127  # the program's libraries can't be opened
+SANITIZERS_OWN = b"<memory cannot be printed>"  # it looks at memory through a pipe, or tries to
 LONGEST_PATH = 4095
 
 
@@ -65,7 +66,7 @@ def few_descriptors(zeltag):
             told = run([zeltag, "config", "export", "a.txt", "--sim"], cwd=folder,
                        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (most, most)))
             left = os.listdir(folder)
-        if told.returncode == NO_LOADER:
+        if told.returncode == NO_LOADER or SANITIZERS_OWN in told.stderr:
             continue
         expect(told.returncode in EXITS, True, f"exit code {told.returncode}")
         expect(left, ["a.txt"] if told.returncode == 0 else [], f"files with {most} descriptors")
