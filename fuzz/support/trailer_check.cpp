@@ -43,7 +43,8 @@ void sealFirmware(std::string_view text, bool holds) {
     crc.validateCRC("00000000", std::string(text));
     setOutput(text);
     require(crc.calculateBootloaderCRC(kOutputFile));
-    const bool isOneLine = text.starts_with(':') && text.find_first_of("\n\0"sv) == text.size() - 1;
+    const bool isOneLine = text.starts_with(':') && text.ends_with('\n') &&
+                           text.find_first_of("\n\0"sv) == text.size() - 1;
     require(!isOneLine || text.size() > 100 || crc.pullBootloaderCRC(kOutputFile));
 }
 
