@@ -122,7 +122,7 @@ std::variant<Configurations, Failure> configurationsIn(const std::string& name) 
     const Configurations other = over(0xFF, name);
     if (all.size() != other.size())
         return unreadable(name);
-    for (std::size_t i = 0; i < all.size() && i < other.size(); ++i)
+    for (std::size_t i = 0; i < all.size(); ++i)
         for (std::size_t setting = 0; setting < all[i].size(); ++setting)
             if (all[i][setting] != other[i][setting])
                 all[i][setting].reset();

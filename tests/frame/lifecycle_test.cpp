@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
+#include <tuple>
 #include <vector>
 
 using namespace zel::test;
@@ -17,8 +19,27 @@ const std::uint8_t* bytesOf(const tsDevDat& record) {
     return reinterpret_cast<const std::uint8_t*>(&record);
 }
 
-// As the program found it, before any test.
+// What a start sets beside the table.
+auto globals() {
+    return std::tuple{iActDev,
+                      iDevsFnd,
+                      iCnctDevType,
+                      tcpipUSBmode,
+                      useACPMode,
+                      lLastICSWErr,
+                      iComPortMin,
+                      iComPortMax,
+                      iVirtualComPortMin,
+                      iVirtualComPortMax,
+                      zel::unsupportedValue(),
+                      zel::connectProducts(),
+                      std::string(LinuxDevPath[1]),
+                      std::string(LinuxDevPath[16])};
+}
+
+// As the program found them, before any test.
 const std::vector<tsDevDat> loadedTable(std::begin(DevDat), std::end(DevDat));
+const auto loadedGlobals = globals();
 
 bool areEqual(const tsDevDat& a, const tsDevDat& b) {
     return std::equal(bytesOf(a), bytesOf(a) + sizeof a, bytesOf(b));
@@ -31,6 +52,11 @@ TEST_F(StartUp, OfALoadedLibraryHasMadeTheTableAsACallDoes) {
     std::fill(std::begin(DevDat), std::end(DevDat), tsDevDat{});
     _APIinit();
     EXPECT_TRUE(std::equal(std::begin(DevDat), std::end(DevDat), loadedTable.begin(), areEqual));
+}
+
+TEST_F(StartUp, OfALoadedLibraryHasSetTheGlobalsAsACallDoes) {
+    _APIinit();
+    EXPECT_EQ(globals(), loadedGlobals);
 }
 
 TEST_F(StartUp, LeavesEachRecordZeroButForItsDefaults) {
